@@ -1,0 +1,85 @@
+# tests/<name>/*_test.cpp make the program <name>_tests; tests/support/*.cpp is linked into all of
+# them. tests/**/*_test.py run with Python. examples/embed/*.cpp is built and run.
+
+find_package(GTest REQUIRED)
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+include(GoogleTest)
+
+set(kv_tests_dir "${PROJECT_BINARY_DIR}/tests")
+file(MAKE_DIRECTORY "${kv_tests_dir}")
+
+file(GLOB kv_support_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/support/*.cpp")
+if(kv_support_sources)
+  add_library(kvdesign_test_support STATIC ${kv_support_sources})
+  target_compile_definitions(kvdesign_test_support PUBLIC KV_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+  target_link_libraries(kvdesign_test_support PUBLIC kvdesign_core GTest::gmock GTest::gtest)
+  kv_flags(kvdesign_test_support)
+endif()
+
+# kv_add_test_program(<folder>): the program of one folder, nothing where it holds no *_test.cpp.
+function(kv_add_test_program folder)
+  file(GLOB_RECURSE tests CONFIGURE_DEPENDS "${folder}/*_test.cpp")
+  if(NOT tests)
+    return()
+  endif()
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${folder}/*.cpp")
+  cmake_path(GET folder FILENAME name)
+  set(program ${name}_tests)
+
+  add_executable(${program} ${sources})
+  set_target_properties(${program} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${kv_tests_dir}")
+  target_include_directories(${program} PRIVATE "${PROJECT_SOURCE_DIR}")
+  target_compile_definitions(${program} PRIVATE KV_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+  target_link_libraries(${program} PRIVATE kvdesign_core $<TARGET_NAME_IF_EXISTS:kvdesign_test_support>
+                                           GTest::gmock GTest::gtest GTest::gtest_main)
+  kv_flags(${program})
+  if(name STREQUAL "host")
+    target_link_libraries(${program} PRIVATE $<TARGET_NAME_IF_EXISTS:kvdesign_host>)
+  endif()
+  if((name STREQUAL "host" OR name STREQUAL "cli") AND TARGET kvdesign)
+    target_compile_definitions(${program} PRIVATE KV_PROGRAM="$<TARGET_FILE:kvdesign>")
+    add_dependencies(${program} kvdesign)
+  endif()
+  gtest_discover_tests(
+    ${program}
+    TEST_PREFIX "${name}/"
+    DISCOVERY_MODE PRE_TEST
+    DISCOVERY_TIMEOUT 60
+    PROPERTIES TIMEOUT 600)
+endfunction()
+
+file(GLOB kv_test_folders LIST_DIRECTORIES true CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/*")
+foreach(folder IN LISTS kv_test_folders)
+  if(IS_DIRECTORY "${folder}" AND NOT folder MATCHES "/support$")
+    kv_add_test_program("${folder}")
+  endif()
+endforeach()
+
+file(GLOB_RECURSE kv_scripts CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/*_test.py")
+set(kv_script_environment "KV_SOURCE_DIR=${PROJECT_SOURCE_DIR}" "KV_BUILD_DIR=${PROJECT_BINARY_DIR}"
+                          "PYTHONDONTWRITEBYTECODE=1" "PYTHONUTF8=1")
+if(TARGET kvdesign)
+  list(APPEND kv_script_environment "KVDESIGN=$<TARGET_FILE:kvdesign>")
+endif()
+foreach(script IN LISTS kv_scripts)
+  cmake_path(RELATIVE_PATH script BASE_DIRECTORY "${PROJECT_SOURCE_DIR}/tests" OUTPUT_VARIABLE name)
+  cmake_path(REMOVE_EXTENSION name LAST_ONLY)
+  add_test(
+    NAME ${name}
+    COMMAND Python3::Interpreter "${script}"
+    WORKING_DIRECTORY "${kv_tests_dir}")
+  set_tests_properties(${name} PROPERTIES TIMEOUT 900 ENVIRONMENT "${kv_script_environment}")
+endforeach()
+
+file(GLOB kv_embed_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/examples/embed/*.cpp")
+if(kv_embed_sources)
+  add_executable(embed_example ${kv_embed_sources})
+  set_target_properties(embed_example PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${kv_tests_dir}")
+  target_link_libraries(embed_example PRIVATE KvDesign::core)
+  kv_flags(embed_example)
+  add_test(
+    NAME examples/embed
+    COMMAND embed_example
+    WORKING_DIRECTORY "${kv_tests_dir}")
+  set_tests_properties(examples/embed PROPERTIES TIMEOUT 60)
+endif()

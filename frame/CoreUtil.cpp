@@ -1,0 +1,126 @@
+#include "frame/CoreUtil.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace kv {
+namespace {
+
+// Room for the words of an out-of-memory fault and for the longest source name, so that reporting one never
+// needs memory itself.
+constexpr std::size_t kReserved = 128;
+
+void Empty(KvError& Error) noexcept {
+    Error.Number = 0;
+    Error.Source.clear();
+    Error.Description.clear();
+    Error.HelpFile.clear();
+    Error.HelpContext.clear();
+    Error.LastDLLError = 0;
+    Error.Line = 0;
+}
+
+std::wstring Closed(std::wstring Folder) {
+    if (Folder.empty() || Folder.back() == L'/' || Folder.back() == L'\\') return Folder;
+    Folder.push_back(static_cast<wchar_t>(std::filesystem::path::preferred_separator));
+    return Folder;
+}
+
+}  // namespace
+
+CoreUtil& CoreUtil::Instance() noexcept {
+    static CoreUtil One;
+    return One;
+}
+
+CoreUtil::CoreUtil() {
+    for (KvError* Error : {&Pending_, &Stored_}) {
+        Error->Source.reserve(kReserved);
+        Error->Description.reserve(kReserved);
+    }
+}
+
+void CoreUtil::Init(RegistryServer* Registry, std::wstring_view IniFile, std::int32_t Mode) {
+    IniFile_ = IniFile;
+    Registry_ = Registry;
+    Mode_ = Mode;
+}
+
+Platform* CoreUtil::SetPlatform(Platform* Door) noexcept {
+    Platform* const Before = Platform_ == &Silent_ ? nullptr : Platform_;
+    Platform_ = Door ? Door : &Silent_;
+    return Before;
+}
+
+bool CoreUtil::ReportError(const KvError& Error, std::int32_t Flags) noexcept {
+    StoredFlags_ = Flags;
+    try {
+        Stored_ = Error;
+    } catch (...) {
+        Empty(Stored_);
+        KeepOutOfMemory();
+    }
+    return true;
+}
+
+void CoreUtil::KeepOutOfMemory() noexcept {
+    // Fits what is left of the reserved room; if even that is gone the number alone tells.
+    Stored_.Number = fault::kOutOfMemory;
+    constexpr std::wstring_view kText = L"Memoria esaurita";
+    if (Stored_.Description.capacity() >= kText.size()) Stored_.Description.assign(kText);
+}
+
+void CoreUtil::NoteLine(std::int32_t Line) noexcept {
+    if (!Stored_.Empty() && Stored_.Line == 0) Stored_.Line = Line;
+}
+
+void CoreUtil::ShowLastError() noexcept {
+    if (Stored_.Empty()) return;
+    try {
+        Platform_->ShowError(Stored_);
+    } catch (...) {
+        // A door that fails can't be told about it; the operation has answered True already.
+    }
+    ForgetError();
+}
+
+void CoreUtil::FetchLastError(std::int32_t& Number, std::wstring& Source, std::wstring& Description,
+                              std::wstring& HelpFile, std::wstring& HelpContext,
+                              std::int32_t& LastDLLError) const {
+    Number = Stored_.Number;
+    Source = Stored_.Source;
+    Description = Stored_.Description;
+    HelpFile = Stored_.HelpFile;
+    HelpContext = Stored_.HelpContext;
+    LastDLLError = Stored_.LastDLLError;
+}
+
+void CoreUtil::ForgetError() noexcept {
+    Empty(Stored_);
+    StoredFlags_ = 0;
+}
+
+std::wstring CoreUtil::SystemText(std::int32_t SystemError) const {
+    const std::string Text = std::system_category().message(SystemError);
+    std::wstring Wide;
+    for (const char C : Text) Wide.push_back(static_cast<wchar_t>(static_cast<unsigned char>(C)));
+    return Wide;
+}
+
+std::wstring CoreUtil::ProgramFolder() { return Closed(Platform_->ProgramFolder()); }
+std::wstring CoreUtil::TempFolder() { return Closed(Platform_->TempFolder()); }
+
+bool CoreUtil::FileExists(const std::wstring& Path) const noexcept {
+    try {
+        std::error_code Ignored;
+        return std::filesystem::exists(std::filesystem::path(Path), Ignored);
+    } catch (...) {
+        return false;
+    }
+}
+
+void CoreUtil::TrimEnd(std::wstring& Text, std::wstring_view Chars) noexcept {
+    while (!Text.empty() && Chars.find(Text.back()) != std::wstring_view::npos) Text.pop_back();
+}
+
+}  // namespace kv

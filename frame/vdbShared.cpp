@@ -1,0 +1,75 @@
+#include "frame/vdbShared.h"
+
+#include "frame/CoreUtil.h"
+#include "frame/StrUtil.h"
+
+namespace kv::vdbShared {
+
+void StartTree(DesignTree& Tree, const RegData& Clsid) {
+    const std::wstring Name = Clsid.Name();
+    Tree.ClearNodes();
+    Tree.AddNode({.Relative = {},
+                  .Relationship = {},
+                  .Key = kRootKey,
+                  .Text = Name,
+                  .Image = image::kFolder,
+                  .SelectedImage = image::kFolderOpen,
+                  .Kind = kind::kPlain});
+}
+
+void AddFolder(DesignTree& Tree, std::wstring_view Key, std::wstring_view Caption, std::wstring_view Kind) {
+    Tree.AddNode({.Relative = kRootKey,
+                  .Relationship = relation::kChild,
+                  .Key = Key,
+                  .Text = Caption,
+                  .Image = image::kFolder,
+                  .SelectedImage = image::kFolderOpen,
+                  .Kind = Kind});
+}
+
+void AddLeaf(DesignTree& Tree, std::wstring_view Section, std::wstring_view Caption) {
+    std::wstring Key;
+    SetNode(Tree, Section, Caption, Key);
+}
+
+void StartPlainTree(DesignTree& Tree, const RegData& Clsid) {
+    StartTree(Tree, Clsid);
+    AddFolder(Tree, kParms, kParmsCaption);
+    AddLeaf(Tree, kParms, kParmsCaption);
+}
+
+void SetNode(DesignTree& Tree, std::wstring_view Name, std::wstring_view Caption, std::wstring& NewKey,
+             std::optional<std::int32_t> Relationship, bool NoNode) {
+    std::wstring Key(Name);
+    Key.append(L" ").append(std::to_wstring(CoreUtil::Instance().NextNodeId()));
+    if (!NoNode)
+        Tree.AddNode({.Relative = Relationship ? std::wstring_view(NewKey) : Name,
+                      .Relationship = Relationship.value_or(relation::kChild),
+                      .Key = Key,
+                      .Text = Caption});
+    NewKey = std::move(Key);
+}
+
+void AddPlainLeaf(DesignTree& Tree, std::wstring_view Section, std::wstring& NewItemKey) {
+    SetNode(Tree, Section, Section, NewItemKey);
+    Tree.MarkModified(true);
+}
+
+Head ExportHead(std::wstring_view Section) {
+    return {.CurrFolder = {}, .CurrItem = {}, .Index = 1, .Key = std::wstring(Section)};
+}
+
+void ObjectInfo(const Identity& Record, std::wstring& Name, std::wstring& Desc, std::int16_t& Version,
+                std::wstring& Id) {
+    Version = StrUtil::ToInteger(Record.Version);
+    Name = Record.Name;
+    Desc = Record.Desc;
+    Id = std::to_wstring(Record.Id);
+}
+
+bool CopyTo(iKvTree& Item, const ClipItem& DataObj) {
+    if (!DataObj.DataObj) RaiseFault(fault::kNoObject);
+    return Item.Save(*DataObj.DataObj);
+}
+
+}  // namespace kv::vdbShared

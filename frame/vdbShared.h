@@ -1,0 +1,125 @@
+// The plain life of a design item, once for all: what an item's operations have in common. An item tells only
+// what is its own.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "frame/DesignTree.h"
+#include "frame/Identity.h"
+#include "frame/ParmList.h"
+#include "frame/RegData.h"
+#include "frame/iKvTree.h"
+#include "frame/vDesignPar.h"
+
+namespace kv::vdbShared {
+
+/// The section word and captions of the section that nearly every class has.
+inline constexpr std::wstring_view kParms = L"PARMS";
+inline constexpr std::wstring_view kParmsCaption = L"Parametri";
+
+/// The record of an item, made empty where there is none.
+template <class Record>
+Record& Made(std::unique_ptr<Record>& Held) {
+    if (!Held) Held = std::make_unique<Record>();
+    return *Held;
+}
+
+/// A fresh record in place of whatever there was.
+template <class Record>
+Record& Renewed(std::unique_ptr<Record>& Held) {
+    Held = std::make_unique<Record>();
+    return *Held;
+}
+
+// The tree.
+
+/// Takes all nodes out and adds the root with the object's name.
+void StartTree(DesignTree& Tree, const RegData& Clsid);
+/// Adds a folder below the root.
+void AddFolder(DesignTree& Tree, std::wstring_view Key, std::wstring_view Caption,
+               std::wstring_view Kind = kind::kPlain);
+/// Adds a leaf, key `<section> <fresh id>`, as the last child of the folder `Section`.
+void AddLeaf(DesignTree& Tree, std::wstring_view Section, std::wstring_view Caption);
+/// Starts the tree with the one folder "PARMS" and its leaf.
+void StartPlainTree(DesignTree& Tree, const RegData& Clsid);
+
+/// Makes the leaf of a section: `NewKey` comes back as `Name`, a blank, a fresh id. Without `Relationship`
+/// the leaf is a child of the folder `Name`; with it, it stands in that relation to the node whose key
+/// `NewKey` held. With `NoNode` only the key is made. A relative that is not in the tree raises; the tree is
+/// as it was.
+void SetNode(DesignTree& Tree, std::wstring_view Name, std::wstring_view Caption, std::wstring& NewKey,
+             std::optional<std::int32_t> Relationship = {}, bool NoNode = false);
+
+/// EditData of a section without a list: a further leaf whose caption is the section word.
+void AddPlainLeaf(DesignTree& Tree, std::wstring_view Section, std::wstring& NewItemKey);
+
+// Lists.
+
+/// MoveData of a list section: moves the selected element inside `List`, then has the item build its node
+/// anew through `Rebuild(NewIndex, Key, Relationship)`, where Key holds the neighbour's key and comes back as
+/// the new node's, and hands that back in At.CurrItem. True when there is nowhere to go: nothing has changed.
+template <class Builder>
+[[nodiscard]] bool MoveElement(DesignTree& Tree, ParmListBase& List, Head& At, std::int32_t Direction,
+                               Builder&& Rebuild) {
+    std::wstring Key;
+    std::int32_t NewIndex = 0;
+    if (Tree.MoveListItem(List, Direction, Key, NewIndex)) return true;
+    Rebuild(NewIndex, Key, Direction > 0 ? relation::kBefore : relation::kAfter);
+    At.CurrItem = Key;
+    Tree.SelectNode(Key);
+    Tree.MarkModified(true);
+    return false;
+}
+
+/// DeleteData of a list section: with `Group` all elements and what hangs below the folder, else the element
+/// at At.Index and its node. An index that is no place of the list raises and changes nothing.
+template <class List>
+void DeleteElement(DesignTree& Tree, List& Elements, const Head& At, bool Group) {
+    if (Group) {
+        Elements.Clear();
+        Tree.RemoveChildren(At.Key);
+    } else {
+        Elements.Remove(At.Index);
+        Tree.RemoveNode(At.CurrItem);
+    }
+    Tree.MarkModified(true);
+}
+
+// Sections.
+
+/// The indent of what stands inside a block: 0 stays 0, else one more.
+constexpr std::int32_t InnerIndent(std::int32_t Indent) noexcept { return Indent == 0 ? 0 : Indent + 1; }
+
+/// Renders a section by `Render()` (True on failure), between its BEGIN and END lines where `Wrap` is set;
+/// the two lines stand behind `Indent` tabs. A failed rendering has no END line.
+template <class Renderer>
+[[nodiscard]] bool WrapSection(std::wstring& Buffer, std::wstring_view Word, bool Wrap, std::int32_t Indent,
+                               Renderer&& Render) {
+    const auto Line = [&](std::wstring_view Mark) {
+        if (!Wrap) return;
+        AppendTabs(Buffer, Indent);
+        Buffer.append(Mark).append(Word).append(StrUtil::kLineEnd);
+    };
+    Line(L"BEGIN ");
+    if (Render()) return true;
+    Line(L"END ");
+    return false;
+}
+
+/// The head under which ExportData has the item render a section of its own.
+Head ExportHead(std::wstring_view Section);
+
+// Identity and clipboard.
+
+/// GetObjectInfo: the version as a 16-bit value (beyond it: the fault "Overflow"), the id as decimal text.
+void ObjectInfo(const Identity& Record, std::wstring& Name, std::wstring& Desc, std::int16_t& Version,
+                std::wstring& Id);
+
+/// CopyData: has the item save itself onto the object that the clipboard holds. True on failure.
+[[nodiscard]] bool CopyTo(iKvTree& Item, const ClipItem& DataObj);
+
+}  // namespace kv::vdbShared

@@ -1,0 +1,282 @@
+// The record protocol. A record states its properties once, in stored order, each with its role; loading,
+// saving, CopyTo, reading by name and comparing all come from that one statement.
+//
+//     struct HtmlRecord final : Stored<HtmlRecord> {
+//         static constexpr std::wstring_view kClass = L"HtmlRecord";
+//         std::wstring FileName;
+//         ParmList<ParmItem> Titles;
+//         static constexpr auto Properties() {
+//             return std::tuple{Parameter(L"FileName", &HtmlRecord::FileName),
+//                               List(L"Titles", &HtmlRecord::Titles)};
+//         }
+//     };
+//
+// In a stored object a scalar property is a named value, a list is a child object with one child an element;
+// the names are the property names. A property that is absent gets its default; what the record does not know
+// is kept and goes back with the next Save.
+#pragma once
+
+#include <algorithm>
+#include <concepts>
+#include <cstdint>
+#include <iterator>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "frame/Failure.h"
+#include "frame/Identity.h"
+#include "frame/ParmList.h"
+#include "frame/RegData.h"
+#include "frame/StrUtil.h"
+#include "frame/vDesignPar.h"
+
+namespace kv {
+
+/// What a property is to CopyTo: part of the header (what is not a parameter), a parameter, or a list.
+enum class Role { Header, Parameter, List };
+
+template <class Member>
+struct Property {
+    std::wstring_view Name;
+    Member Place;
+    Role As;
+};
+
+template <class Member>
+constexpr Property<Member> HeaderField(std::wstring_view Name, Member Place) {
+    return {Name, Place, Role::Header};
+}
+template <class Member>
+constexpr Property<Member> Parameter(std::wstring_view Name, Member Place) {
+    return {Name, Place, Role::Parameter};
+}
+template <class Member>
+constexpr Property<Member> List(std::wstring_view Name, Member Place) {
+    return {Name, Place, Role::List};
+}
+
+namespace detail {
+
+template <class T>
+struct IsParmList : std::false_type {};
+template <class T>
+struct IsParmList<ParmList<T>> : std::true_type {
+    using Element = T;
+};
+
+inline RegValue ToRegValue(const std::wstring& Value) { return Value; }
+inline RegValue ToRegValue(bool Value) { return Value; }
+template <std::integral T>
+requires(!std::same_as<T, bool>) RegValue ToRegValue(T Value) { return static_cast<std::int32_t>(Value); }
+
+/// A stored value as a property takes it. A value of another type is converted as its text would read; a
+/// number beyond the property's range raises "Overflow".
+inline void FromRegValue(const RegValue& Value, std::wstring& Into) {
+    if (const auto* Text = std::get_if<std::wstring>(&Value))
+        Into = *Text;
+    else if (const auto* Flag = std::get_if<bool>(&Value))
+        Into = *Flag ? L"True" : L"False";
+    else
+        Into = std::to_wstring(std::get<std::int32_t>(Value));
+}
+inline void FromRegValue(const RegValue& Value, bool& Into) {
+    if (const auto* Flag = std::get_if<bool>(&Value)) {
+        Into = *Flag;
+    } else if (const auto* Number = std::get_if<std::int32_t>(&Value)) {
+        Into = *Number != 0;
+    } else {
+        std::wstring Text = std::get<std::wstring>(Value);
+        Into = BoolWord(Text) != 0;
+    }
+}
+template <std::integral T>
+requires(!std::same_as<T, bool>) void FromRegValue(const RegValue& Value, T& Into) {
+    std::int32_t Number = 0;
+    if (const auto* Stored = std::get_if<std::int32_t>(&Value))
+        Number = *Stored;
+    else if (const auto* Flag = std::get_if<bool>(&Value))
+        Number = *Flag ? -1 : 0;
+    else
+        Number = StrUtil::ToLong(StrUtil::Number(std::get<std::wstring>(Value)));
+    if (!std::in_range<T>(Number)) RaiseFault(fault::kOverflow);
+    Into = static_cast<T>(Number);
+}
+
+}  // namespace detail
+
+/// Base of every record and of every element of a list; `R` is the record itself.
+template <class R>
+struct Stored : Identity {
+    /// Fills the record anew from the stored object; `Flags` is passed as 0 and `Extra` as null, neither is
+    /// read. True on failure (source "<record>.Load"); the record may then be filled in part.
+    [[nodiscard]] bool Load(RegData& From, std::int32_t Flags = 0, const ParmListBase* Extra = nullptr) {
+        static_cast<void>(Flags);
+        static_cast<void>(Extra);
+        return Trap(std::wstring(R::kClass) + L".Load", [&] {
+            static_cast<R&>(*this) = R{};
+            LoadObject(From.Read());
+            return false;
+        });
+    }
+
+    /// Writes the record to the stored object, wholly or not at all. True on failure (source
+    /// "<record>.Save").
+    [[nodiscard]] bool Save(RegData& To) const {
+        return Trap(std::wstring(R::kClass) + L".Save", [&] {
+            RegObject Content = SaveObject();
+            if (std::wstring Users = To.UserList(); !Users.empty()) Content.UserList = std::move(Users);
+            To.Write(std::move(Content));
+            return false;
+        });
+    }
+
+    /// Copies onto `Target`: identity and header fields always, parameters when `WithParms` and not
+    /// `HeaderOnly`, lists when `WithLists` and not HeaderOnly. What does not go over stays in Target as it
+    /// is.
+    ///   CopyTo(Scratch, false, false, true)  makes a scratch: its parameters keep their defaults
+    ///   CopyTo(Record, true, false, false)   commits one: the record's lists stay
+    void CopyTo(R& Target, bool WithParms = true, bool WithLists = false, bool HeaderOnly = false) const& {
+        Transfer(Self(), Target, WithParms, WithLists, HeaderOnly);
+    }
+    /// The same for a scratch that is done with: nothing is copied, and nothing can fail halfway.
+    void CopyTo(R& Target, bool WithParms = true, bool WithLists = false,
+                bool HeaderOnly = false) && noexcept {
+        Transfer(std::move(static_cast<R&>(*this)), Target, WithParms, WithLists, HeaderOnly);
+    }
+
+    /// The identity or scalar property of that name; nothing for a list or a name that it does not have.
+    std::optional<RegValue> ByName(std::wstring_view Wanted) const {
+        if (Wanted == L"Id") return Id;
+        if (Wanted == L"Name") return Name;
+        if (Wanted == L"Desc") return Desc;
+        if (Wanted == L"Version") return Version;
+        std::optional<RegValue> Found;
+        ForEach([&](const auto& P) {
+            using Type = std::remove_cvref_t<decltype(Self().*P.Place)>;
+            if constexpr (!detail::IsParmList<Type>::value)
+                if (P.Name == Wanted) Found = detail::ToRegValue(Self().*P.Place);
+        });
+        return Found;
+    }
+
+    /// The record as a stored object.
+    RegObject SaveObject() const {
+        RegObject Out;
+        if (Unknown_) Out = *Unknown_;
+        Out.Id = Id;
+        Out.Name = Name;
+        Out.Desc = Desc;
+        Out.Version = Version;
+        std::vector<RegNamedValue> Others = std::move(Out.Values);
+        std::vector<RegObject> OtherChildren = std::move(Out.Children);
+        Out.Values.clear();
+        Out.Children.clear();
+        ForEach([&](const auto& P) {
+            const auto& Member = Self().*P.Place;
+            if constexpr (detail::IsParmList<std::remove_cvref_t<decltype(Member)>>::value) {
+                RegObject& Child = Out.Children.emplace_back();
+                Child.Name = P.Name;
+                Child.Children.reserve(static_cast<std::size_t>(Member.Count()));
+                for (std::int32_t I = 1; I <= Member.Count(); ++I)
+                    Child.Children.push_back(Member.Item(I).SaveObject());
+            } else {
+                Out.Values.push_back({std::wstring(P.Name), detail::ToRegValue(Member)});
+            }
+        });
+        std::move(Others.begin(), Others.end(), std::back_inserter(Out.Values));
+        std::move(OtherChildren.begin(), OtherChildren.end(), std::back_inserter(Out.Children));
+        return Out;
+    }
+
+    /// Fills a new record. Raises for a value beyond its property's range.
+    void LoadObject(const RegObject& From) {
+        Id = From.Id;
+        Name = From.Name;
+        Desc = From.Desc;
+        Version = From.Version;
+        ForEach([&](const auto& P) {
+            auto& Member = static_cast<R&>(*this).*P.Place;
+            using Type = std::remove_cvref_t<decltype(Member)>;
+            if constexpr (detail::IsParmList<Type>::value) {
+                Member.Clear();
+                if (const RegObject* Child = From.Child(P.Name))
+                    for (const RegObject& Element : Child->Children) {
+                        typename detail::IsParmList<Type>::Element Loaded;
+                        Loaded.LoadObject(Element);
+                        Member.Add(std::move(Loaded));
+                    }
+            } else if (const RegValue* Value = From.Value(P.Name)) {
+                detail::FromRegValue(*Value, Member);
+            } else if (const RegObject* Child = From.Child(P.Name)) {
+                detail::FromRegValue(Child->Text, Member);
+            }
+        });
+        KeepUnknown(From);
+    }
+
+    /// Same identity, same properties.
+    friend bool operator==(const R& A, const R& B) {
+        bool Same = static_cast<const Identity&>(A) == static_cast<const Identity&>(B);
+        A.ForEach([&](const auto& P) { Same = Same && A.*P.Place == B.*P.Place; });
+        return Same;
+    }
+
+  private:
+    const R& Self() const noexcept { return static_cast<const R&>(*this); }
+
+    template <class Visit>
+    static void ForEach(Visit&& Each) {
+        std::apply([&](const auto&... P) { (Each(P), ...); }, R::Properties());
+    }
+
+    static bool Knows(std::wstring_view PropertyName) {
+        bool Known = false;
+        ForEach([&](const auto& P) { Known = Known || P.Name == PropertyName; });
+        return Known;
+    }
+
+    template <class Source>
+    static void Transfer(Source&& From, R& Target, bool WithParms, bool WithLists, bool HeaderOnly) {
+        if (&Target == &From) return;
+        if constexpr (std::is_lvalue_reference_v<Source>)
+            static_cast<Identity&>(Target) = static_cast<const Identity&>(From);
+        else
+            static_cast<Identity&>(Target) = std::move(static_cast<Identity&>(From));
+        ForEach([&](const auto& P) {
+            const bool Goes = P.As == Role::Header || (P.As == Role::Parameter && WithParms && !HeaderOnly) ||
+                              (P.As == Role::List && WithLists && !HeaderOnly);
+            if (!Goes) return;
+            if constexpr (std::is_lvalue_reference_v<Source>)
+                Target.*P.Place = From.*P.Place;
+            else
+                Target.*P.Place = std::move(From.*P.Place);
+        });
+    }
+
+    // Everything of `From` that no property stands for, so that a Save does not lose it.
+    void KeepUnknown(const RegObject& From) {
+        RegObject Rest;
+        Rest.Text = From.Text;
+        Rest.Number2 = From.Number2;
+        Rest.Number3 = From.Number3;
+        Rest.String3 = From.String3;
+        Rest.String4 = From.String4;
+        Rest.UserList = From.UserList;
+        Rest.String5 = From.String5;
+        for (const RegNamedValue& Entry : From.Values)
+            if (!Knows(Entry.Name)) Rest.Values.push_back(Entry);
+        for (const RegObject& Child : From.Children)
+            if (!Knows(Child.Name)) Rest.Children.push_back(Child);
+        Unknown_ = Rest == RegObject{} ? nullptr : std::make_shared<const RegObject>(std::move(Rest));
+    }
+
+    std::shared_ptr<const RegObject> Unknown_;
+};
+
+}  // namespace kv

@@ -1,0 +1,95 @@
+#!/usr/bin/env bash
+# tools/setup.sh build|test: installs what is missing to build, or to build and test, with apt.
+# Says nothing and touches nothing where everything is there already.
+set -euo pipefail
+
+usage="usage: tools/setup.sh build|test"
+purpose=${1:?$usage}
+case $purpose in build | test) ;; *) echo "$usage" >&2; exit 2 ;; esac
+
+# What shows that a thing is there (a command or a header), and the package that brings it.
+needed=(
+    g++ g++
+    cmake cmake
+    ninja ninja-build
+    git git
+    python3 python3
+    sqlite3.h libsqlite3-dev
+    nlohmann/json.hpp nlohmann-json3-dev
+    CLI/CLI.hpp libcli11-dev
+)
+if [ "$purpose" = test ]; then
+    needed+=(
+        gtest/gtest.h libgtest-dev
+        gmock/gmock.h libgmock-dev
+        benchmark/benchmark.h libbenchmark-dev
+        clang-format clang-format
+        clang-tidy clang-tidy
+        run-clang-tidy clang-tidy
+    )
+fi
+
+is_there() {
+    case $1 in
+        *.h | *.hpp) [ -e "/usr/include/$1" ] || [ -e "/usr/local/include/$1" ] ;;
+        *) command -v "$1" >/dev/null 2>&1 ;;
+    esac
+}
+
+# missing SIGN PACKAGE...: the packages whose sign is not there, each once.
+missing() {
+    while [ $# -gt 0 ]; do
+        is_there "$1" || echo "$2"
+        shift 2
+    done | sort -u
+}
+
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+    if [ -t 0 ]; then as_root=(sudo); else as_root=(sudo -n); fi
+fi
+
+can_install() {
+    command -v apt-get >/dev/null 2>&1 || return 1
+    [ ${#as_root[@]} -eq 0 ] || command -v sudo >/dev/null 2>&1
+}
+
+apt() {
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq -y -o DPkg::Lock::Timeout=120 "$@" >"$log" 2>&1
+}
+
+install_packages() {
+    local options=(install --no-install-recommends)
+    # The lists of a machine that is in use often do; a fresh one has none yet.
+    apt "${options[@]}" "$@" || { apt update && apt "${options[@]}" "$@"; }
+}
+
+mapfile -t packages < <(missing "${needed[@]}")
+
+if [ ${#packages[@]} -gt 0 ]; then
+    if ! can_install; then
+        echo "setup: missing ${packages[*]}, and there is no apt-get with root rights to install it with" >&2
+        exit 1
+    fi
+    echo "setup: installing ${packages[*]}" >&2
+    if ! install_packages "${packages[@]}"; then
+        echo "setup: missing ${packages[*]}, apt-get could not install it: $(tail -n 1 "$log")" >&2
+        exit 1
+    fi
+    mapfile -t packages < <(missing "${needed[@]}")
+    if [ ${#packages[@]} -gt 0 ]; then
+        echo "setup: still missing after installation: ${packages[*]}" >&2
+        exit 1
+    fi
+    # The compiler cache only saves time: where it cannot be had, things go on without it.
+    if ! is_there ccache; then install_packages ccache || true; fi
+fi
+
+version=$(cmake --version | sed -n '1s/[^0-9]*\([0-9.]*\).*/\1/p')
+if [ "$(printf '%s\n' 3.25 "$version" | sort -V | head -n 1)" != 3.25 ]; then
+    echo "setup: cmake 3.25 or newer is needed, this is $version" >&2
+    exit 1
+fi
