@@ -37,10 +37,10 @@ inline constexpr std::wstring_view kRootKey = L"ROOT";
 
 /// A node as it is added.
 struct NewNode {
-    std::optional<std::wstring_view> Relative;  // absent for the root
-    std::optional<std::int32_t> Relationship;   // namespace relation; absent for the root
-    std::wstring_view Key;
-    std::wstring_view Text;
+    std::optional<std::wstring_view> Relative{};  // absent for the root
+    std::optional<std::int32_t> Relationship{};   // namespace relation; absent for the root
+    std::wstring_view Key{};
+    std::wstring_view Text{};
     std::int32_t Image = image::kLeaf;
     std::int32_t SelectedImage = image::kLeaf;
     std::wstring_view Kind = kind::kPlain;
@@ -48,8 +48,8 @@ struct NewNode {
 
 /// A tool button or separator (style 3, empty key and tool tip, no picture).
 struct ToolButtonInfo {
-    std::wstring_view Key;
-    std::wstring_view ToolTip;
+    std::wstring_view Key{};
+    std::wstring_view ToolTip{};
     std::int32_t Style = 0;
     std::int32_t Bitmap = 0;  // id in the bitmap resources, 0 for none
 };

@@ -14,10 +14,10 @@ namespace kv {
 
 /// The head of an operation: which node it concerns.
 struct Head {
-    std::wstring CurrFolder;  // key of the folder of the selected node
-    std::wstring CurrItem;    // key of the selected node
-    std::int32_t Index = 0;   // 1-based place of the element in its list, 0 where none
-    std::wstring Key;         // the bare section word
+    std::wstring CurrFolder{};  // key of the folder of the selected node
+    std::wstring CurrItem{};    // key of the selected node
+    std::int32_t Index = 0;     // 1-based place of the element in its list, 0 where none
+    std::wstring Key{};         // the bare section word
 };
 
 /// Positions that stand in for a selected node when a section is rendered for an export: outermost first,

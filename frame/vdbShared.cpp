@@ -8,9 +8,7 @@ namespace kv::vdbShared {
 void StartTree(DesignTree& Tree, const RegData& Clsid) {
     const std::wstring Name = Clsid.Name();
     Tree.ClearNodes();
-    Tree.AddNode({.Relative = {},
-                  .Relationship = {},
-                  .Key = kRootKey,
+    Tree.AddNode({.Key = kRootKey,
                   .Text = Name,
                   .Image = image::kFolder,
                   .SelectedImage = image::kFolderOpen,
@@ -55,9 +53,7 @@ void AddPlainLeaf(DesignTree& Tree, std::wstring_view Section, std::wstring& New
     Tree.MarkModified(true);
 }
 
-Head ExportHead(std::wstring_view Section) {
-    return {.CurrFolder = {}, .CurrItem = {}, .Index = 1, .Key = std::wstring(Section)};
-}
+Head ExportHead(std::wstring_view Section) { return {.Index = 1, .Key = std::wstring(Section)}; }
 
 void ObjectInfo(const Identity& Record, std::wstring& Name, std::wstring& Desc, std::int16_t& Version,
                 std::wstring& Id) {

@@ -111,13 +111,12 @@ bool vdSvr::ShowData(HostObject* CallBack, std::shared_ptr<kv::RegData> RegData,
         RegData_ = std::move(RegData);
         CreateItem(Clsid);
         if (Tree_->SetTools(resources::kClipboardWords)) return true;
-        Tree_->AddToolButton({.Key = {}, .ToolTip = {}, .Style = kSeparatorStyle, .Bitmap = 0});
+        Tree_->AddToolButton({.Style = kSeparatorStyle});
         std::array<std::wstring_view, resources::kToolButtons.size()> Words;
         for (std::size_t I = 0; I < Words.size(); ++I) {
             const resources::ToolButton& Button = resources::kToolButtons[I];
             Words[I] = Button.Word;
-            Tree_->AddToolButton(
-                {.Key = Button.Word, .ToolTip = Button.ToolTip, .Style = 0, .Bitmap = Button.Bitmap});
+            Tree_->AddToolButton({.Key = Button.Word, .ToolTip = Button.ToolTip, .Bitmap = Button.Bitmap});
         }
         if (Tree_->SetTools(Words)) return true;
         // The window may let go of this object's tree while it runs.

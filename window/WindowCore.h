@@ -17,9 +17,9 @@ namespace kv::window {
 /// The selected node, and what the caller wants the head to say otherwise than the window would.
 struct Selection {
     std::wstring CurrItem;
-    std::optional<std::wstring> CurrFolder;
-    std::optional<std::int32_t> Index;
-    std::optional<std::wstring> Key;
+    std::optional<std::wstring> CurrFolder{};
+    std::optional<std::int32_t> Index{};
+    std::optional<std::wstring> Key{};
 };
 
 /// Whether a node's key is that of a leaf: the key of a folder never holds a blank.

@@ -1,0 +1,203 @@
+// Random operations on every class of the server. After each: a refused text has changed nothing, an accepted
+// one renders to a text that comes back unchanged, the export is stable, every node still answers, and what
+// was saved comes back from the store.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "tests/support/Desk.h"
+
+namespace kv::test {
+namespace {
+
+class Player {
+  public:
+    Player(std::wstring_view ClassWord, unsigned Seed) : Word(ClassWord), Random(Seed), On(ClassWord) {}
+
+    void Play(int Steps) {
+        ASSERT_TRUE(Accepted(On.Opened));
+        for (int Step = 0; Step < Steps && !::testing::Test::HasFatalFailure(); ++Step) {
+            SCOPED_TRACE(Narrow(Word) + " step " + std::to_string(Step));
+            On.Tree->SetSyntaxOn(Below(3) != 0);
+            switch (Below(12)) {
+                case 0:
+                case 1:
+                case 2:
+                case 3:
+                case 4:
+                    SaveRandomText();
+                    break;
+                case 5:
+                    AnyOutcome([&](std::wstring& Key) { return On.Core.EditData(Node(), Key); });
+                    break;
+                case 6:
+                    AnyOutcome([&](std::wstring& Key) {
+                        return On.Core.MoveData(Node(), static_cast<int>(Below(3)) - 1, Key);
+                    });
+                    break;
+                case 7:
+                    AnyOutcome([&](std::wstring&) { return On.Core.DeleteData(Node(), Below(4) == 0); });
+                    break;
+                case 8:
+                    AnyOutcome([&](std::wstring& Copied) { return On.Core.CopyData(Node(), false, Copied); });
+                    break;
+                case 9:
+                    AnyOutcome(
+                        [&](std::wstring& Key) { return On.Core.PasteData(Node(), std::nullopt, Key); });
+                    break;
+                case 10:
+                    AnyOutcome([&](std::wstring&) {
+                        const wchar_t* const kTools[] = {L"FINDTAG", L"RENUMTAG", L"MAPTABLE", L"CONSTANTS"};
+                        On.Core.TlbrButtonClick(kTools[Below(4)], Node());
+                        return false;
+                    });
+                    break;
+                default:
+                    SaveAndReopen();
+                    break;
+            }
+            EveryNodeAnswers();
+        }
+    }
+
+  private:
+    unsigned Below(unsigned Bound) { return std::uniform_int_distribution<unsigned>(0, Bound - 1)(Random); }
+
+    window::Selection Node() {
+        std::vector<std::wstring> Keys;
+        On.Tree->ForEach([&](const window::TreeNode& N) { Keys.push_back(N.Key); });
+        window::Selection At{.CurrItem = Keys[Below(static_cast<unsigned>(Keys.size()))]};
+        if (Below(10) == 0) At.Key = std::wstring(L"ALTRO");
+        if (Below(10) == 0) At.Index = static_cast<int>(Below(5)) - 1;
+        return At;
+    }
+
+    std::vector<std::wstring> Texts() {
+        std::vector<std::wstring> All;
+        On.Tree->ForEach([&](const window::TreeNode& N) {
+            if (!window::IsLeafKey(N.Key)) return;
+            std::wstring Text;
+            ASSERT_FALSE(On.Core.DispData({.CurrItem = N.Key}, Text));
+            All.push_back(std::move(Text));
+        });
+        return All;
+    }
+
+    // An operation that may be refused; refused, it has changed nothing.
+    template <class Call>
+    void AnyOutcome(Call&& Operation) {
+        const std::wstring Picture = On.Picture();
+        const std::vector<std::wstring> Before = Texts();
+        const RegObject Stored = On.Object->Read();
+        const bool Modified = On.Tree->Modified();
+        std::wstring Out;
+        if (!On.Try([&] { return Operation(Out); })) return;
+        EXPECT_EQ(On.Picture(), Picture);
+        EXPECT_EQ(Texts(), Before);
+        EXPECT_TRUE(On.Object->Read() == Stored);
+        EXPECT_EQ(On.Tree->Modified(), Modified);
+    }
+
+    std::wstring Mutated(std::wstring Text) {
+        std::vector<std::wstring> Parts;
+        for (std::size_t At = 0; At < Text.size();) {
+            const std::size_t End = Text.find(L"\r\n", At);
+            Parts.push_back(Text.substr(At, End - At));
+            At = End == std::wstring::npos ? Text.size() : End + 2;
+        }
+        for (unsigned Times = Below(4); Times > 0 && !Parts.empty(); --Times) {
+            std::wstring& Line = Parts[Below(static_cast<unsigned>(Parts.size()))];
+            const std::size_t Equals = Line.find(L'=');
+            const wchar_t* const kValues[] = {L" TRUE",     L" forse", L" \"valore\"", L"",      L" NONE",
+                                              L" A|B|NONE", L" 12.5",  L" \"",         L" &HFF", L" 41  [x]"};
+            switch (Below(6)) {
+                case 0:
+                    Line.clear();
+                    break;
+                case 1:
+                    if (Equals != std::wstring::npos) Line.resize(Equals + 1);
+                    if (Equals != std::wstring::npos) Line.append(kValues[Below(10)]);
+                    break;
+                case 2:
+                    Line.push_back(static_cast<wchar_t>(Below(0x180) + 1));
+                    break;
+                case 3:
+                    Parts.push_back(Line);
+                    break;
+                case 4:
+                    std::erase(Line, L'=');
+                    break;
+                default:
+                    std::swap(Line, Parts[Below(static_cast<unsigned>(Parts.size()))]);
+                    break;
+            }
+        }
+        std::wstring Joined;
+        for (const std::wstring& Line : Parts) Joined.append(Line).append(L"\r\n");
+        return Joined;
+    }
+
+    void SaveRandomText() {
+        const window::Selection At = Node();
+        std::wstring Text;
+        if (On.Core.DispData(At, Text)) return;
+        Text = Mutated(std::move(Text));
+        const std::wstring AsTyped = Text;
+        bool Done = false;
+        AnyOutcome([&](std::wstring& Key) {
+            const bool Failed = On.Core.SaveData(At, Text, Key);
+            Done = !Failed;
+            return Failed;
+        });
+        EXPECT_EQ(Text, AsTyped);
+        if (!Done) return;
+        std::wstring Shown;
+        std::wstring Again;
+        std::wstring Key;
+        ASSERT_FALSE(On.Core.DispData(At, Shown));
+        ASSERT_TRUE(Accepted(On.Try([&] { return On.Core.SaveData(At, Shown, Key); }))) << Narrow(Shown);
+        ASSERT_FALSE(On.Core.DispData(At, Again));
+        EXPECT_EQ(Again, Shown);
+    }
+
+    void SaveAndReopen() {
+        // Rendering may fill in defaults of the record (a sort table is made on first sight), so it comes
+        // first.
+        const std::vector<std::wstring> Before = Texts();
+        if (On.Try([&] { return On.Core.Save(); })) return;
+        EXPECT_FALSE(On.Tree->Modified());
+        const std::wstring Exported = On.Exported();
+        EXPECT_EQ(On.Exported(), Exported);
+        ASSERT_TRUE(Accepted(On.Try([&] { return On.Core.LoadData(); })));
+        std::vector<std::wstring> Kept = Before;
+        // A further leaf of a plain section is gone when the tree is built anew.
+        Kept.resize(std::min(Kept.size(), Texts().size()));
+        EXPECT_EQ(Texts(), Kept);
+        EXPECT_EQ(On.Exported(), Exported);
+    }
+
+    void EveryNodeAnswers() {
+        EXPECT_EQ(Texts().empty(), false);
+        EXPECT_TRUE(CoreUtil::Instance().LastError().Empty());
+    }
+
+    std::wstring Word;
+    std::mt19937 Random;
+    Desk On;
+};
+
+class RandomOperations : public ::testing::TestWithParam<std::wstring_view> {};
+
+INSTANTIATE_TEST_SUITE_P(Classes, RandomOperations,
+                         ::testing::ValuesIn(ClassWords().begin(), ClassWords().end()),
+                         [](const auto& Info) { return Narrow(Info.param); });
+
+TEST_P(RandomOperations, KeepTheRules) {
+    for (const unsigned Seed : {1U, 2U, 3U, 4U}) {
+        Player(GetParam(), Seed).Play(250);
+        if (::testing::Test::HasFatalFailure()) return;
+    }
+}
+
+}  // namespace
+}  // namespace kv::test
