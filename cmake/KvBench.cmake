@@ -5,7 +5,6 @@ if(kv_bench_sources)
   find_package(benchmark REQUIRED)
   add_executable(kvdesign_bench EXCLUDE_FROM_ALL ${kv_bench_sources})
   target_include_directories(kvdesign_bench PRIVATE "${PROJECT_SOURCE_DIR}")
-  target_link_libraries(kvdesign_bench PRIVATE kvdesign_core $<TARGET_NAME_IF_EXISTS:kvdesign_host>
-                                               benchmark::benchmark benchmark::benchmark_main)
+  target_link_libraries(kvdesign_bench PRIVATE kvdesign_core benchmark::benchmark)
   kv_flags(kvdesign_bench)
 endif()

@@ -81,5 +81,9 @@ if(kv_embed_sources)
     NAME examples/embed
     COMMAND embed_example
     WORKING_DIRECTORY "${kv_tests_dir}")
-  set_tests_properties(examples/embed PROPERTIES TIMEOUT 60)
+  set_tests_properties(
+    examples/embed
+    PROPERTIES TIMEOUT 60 PASS_REGULAR_EXPRESSION
+               "PIPPO=1 .diMember.SaveParm, line 2.\naccepted\n\tBEGIN PARMS\n\t\tPASSWORD= .BIBLIO."
+               FAIL_REGULAR_EXPRESSION "runtime error")
 endif()
