@@ -50,19 +50,7 @@ bool Forward(std::wstring_view Source, Body&& Call) noexcept {
     return true;
 }
 
-/// The wait pointer for as long as it lives.
-class WaitPointer {
-  public:
-    WaitPointer() { CoreUtil::Instance().Door().SetPointer(kPointerWait); }
-    WaitPointer(const WaitPointer&) = delete;
-    WaitPointer& operator=(const WaitPointer&) = delete;
-    ~WaitPointer() {
-        static_cast<void>(Trap(L"vdSvr.Export", [] {
-            CoreUtil::Instance().Door().SetPointer(kPointerDefault);
-            return false;
-        }));
-    }
-};
+void SetPointer(std::int32_t Pointer) { CoreUtil::Instance().Door().SetPointer(Pointer); }
 
 }  // namespace
 
@@ -132,13 +120,18 @@ bool vdSvr::ShowData(HostObject* CallBack, std::shared_ptr<kv::RegData> RegData,
 bool vdSvr::Export(std::shared_ptr<kv::RegData> RegData, const std::wstring& Clsid, std::wstring& Buffer) {
     const bool Failed = Forward(L"vdSvr.Export", [&] {
         if (Closed_) return true;
-        const WaitPointer Waiting;
+        SetPointer(kPointerWait);
         CreateItem(Clsid);
         if (!RegData) RaiseFault(fault::kNoObject);
         return Item().ExportData(*RegData, Buffer);
     });
     DropItem();
-    return Failed;
+    return Forward(L"vdSvr.Export",
+                   [] {
+                       SetPointer(kPointerDefault);
+                       return false;
+                   }) ||
+           Failed;
 }
 
 bool vdSvr::Import(std::shared_ptr<kv::RegData> RegData, const std::wstring& Clsid, std::wstring& Buffer) {
