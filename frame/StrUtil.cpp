@@ -157,6 +157,28 @@ int ToWindows1252(wchar_t Character) noexcept {
     return At == k80To9F.end() ? -1 : 0x80 + static_cast<int>(At - k80To9F.begin());
 }
 
+std::wstring FromBytes(std::string_view Bytes) {
+    std::wstring Text;
+    Text.reserve(Bytes.size());
+    for (const char C : Bytes) Text.push_back(FromWindows1252(static_cast<std::uint8_t>(C)));
+    return Text;
+}
+
+std::string ToBytes(std::wstring_view Text) {
+    std::string Bytes;
+    Bytes.reserve(Text.size());
+    for (const wchar_t C : Text) {
+        const int Byte = ToWindows1252(C);
+        Bytes.push_back(Byte < 0 ? '?' : static_cast<char>(Byte));
+    }
+    return Bytes;
+}
+
+std::wstring Padded(std::int32_t Value, std::size_t Width) {
+    const std::wstring Digits = std::to_wstring(Value);
+    return Digits.size() >= Width ? Digits : std::wstring(Width - Digits.size(), L'0') + Digits;
+}
+
 std::wstring Hex2(std::uint8_t Value) {
     constexpr std::wstring_view kDigits = L"0123456789ABCDEF";
     return {kDigits[Value >> 4U], kDigits[Value & 0x0FU]};

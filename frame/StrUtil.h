@@ -67,6 +67,13 @@ wchar_t FromWindows1252(std::uint8_t Byte) noexcept;
 /// The Windows-1252 byte of a character, or -1 when it has none.
 int ToWindows1252(wchar_t Character) noexcept;
 
+/// A text as Windows-1252 bytes, "?" for a character that has none, and back.
+std::string ToBytes(std::wstring_view Text);
+std::wstring FromBytes(std::string_view Bytes);
+
+/// Decimal digits, padded left with "0" to `Width`; a longer number stands as it is.
+std::wstring Padded(std::int32_t Value, std::size_t Width);
+
 /// Two upper-case hexadecimal digits.
 std::wstring Hex2(std::uint8_t Value);
 

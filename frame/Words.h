@@ -42,7 +42,13 @@ constexpr std::wstring_view WordOf(WordTable Words, std::int32_t Code) noexcept 
 /// The words whose bits are set, in the order of the table, joined by "|"; "NONE" when none is.
 std::wstring JoinWords(WordTable Words, std::int32_t Bits);
 
-/// Choices made of a table: its words in order, with "NONE" in front or behind.
+/// Choices made of a table: its words in order, alone or with "NONE" in front or behind.
+template <std::size_t N>
+constexpr std::array<std::wstring_view, N> WordsOf(const std::array<Word, N>& Words) {
+    std::array<std::wstring_view, N> Choices{};
+    for (std::size_t I = 0; I < N; ++I) Choices[I] = Words[I].Text;
+    return Choices;
+}
 template <std::size_t N>
 constexpr std::array<std::wstring_view, N + 1> NoneThen(const std::array<Word, N>& Words) {
     std::array<std::wstring_view, N + 1> Choices{};

@@ -16,23 +16,6 @@ namespace {
 
 constexpr int kDeepest = 64;
 
-std::wstring FromBytes(std::string_view Bytes) {
-    std::wstring Text;
-    Text.reserve(Bytes.size());
-    for (const char C : Bytes) Text.push_back(StrUtil::FromWindows1252(static_cast<std::uint8_t>(C)));
-    return Text;
-}
-
-std::string ToBytes(std::wstring_view Text) {
-    std::string Bytes;
-    Bytes.reserve(Text.size());
-    for (const wchar_t C : Text) {
-        const int Byte = StrUtil::ToWindows1252(C);
-        Bytes.push_back(Byte < 0 ? '?' : static_cast<char>(Byte));
-    }
-    return Bytes;
-}
-
 void AppendLong(std::string& Bytes, std::int64_t Value) {
     if (Value > std::numeric_limits<std::int32_t>::max()) RaiseFault(fault::kOverflow);
     const auto Bits = static_cast<std::uint32_t>(Value);
@@ -42,7 +25,7 @@ void AppendLong(std::string& Bytes, std::int64_t Value) {
 
 void AppendString(std::string& Bytes, std::wstring_view Text) {
     AppendLong(Bytes, static_cast<std::int64_t>(Text.size()));
-    Bytes.append(ToBytes(Text));
+    Bytes.append(StrUtil::ToBytes(Text));
 }
 
 std::wstring ValueText(const RegValue& Value) {
@@ -79,7 +62,7 @@ void AppendObject(std::string& Bytes, const RegObject& Object, int Depth) {
     for (const RegObject& Child : Object.Children) AppendObject(Bytes, Child, Depth + 1);
 }
 
-std::wstring ReadString(FileNumber& Number) { return FromBytes(Number.Read(Number.ReadLong())); }
+std::wstring ReadString(FileNumber& Number) { return StrUtil::FromBytes(Number.Read(Number.ReadLong())); }
 
 void ReadObject(RegObject& Target, FileNumber& Number, int Depth) {
     // An object with all its strings empty and no child.

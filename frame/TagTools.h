@@ -1,0 +1,66 @@
+// The tag tools: they work on a record's list of fields, each with a numeric tag, and reach the operator
+// through Platform. They answer True on failure (source "vdbcModule.<name>").
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frame/Failure.h"
+
+namespace kv {
+
+/// A field as the tools see it. GroupTag is null for fields that know no groups; Level then counts as 1.
+struct TagField {
+    const std::wstring* Name;
+    std::int32_t* Tag;
+    std::int32_t* GroupTag;
+    std::int32_t Level;
+};
+using TagFields = std::vector<TagField>;
+
+/// The fields of a list, in its order.
+template <class List>
+TagFields TagFieldsOf(List& Fields) {
+    TagFields Seen;
+    Seen.reserve(static_cast<std::size_t>(Fields.Count()));
+    for (std::int32_t I = 1; I <= Fields.Count(); ++I) {
+        auto& Field = Fields.Item(I);
+        if constexpr (requires { Field.GroupTag; })
+            Seen.push_back({&Field.Name, &Field.Tag, &Field.GroupTag, Field.Level});
+        else
+            Seen.push_back({&Field.Name, &Field.Tag, nullptr, 1});
+    }
+    return Seen;
+}
+
+/// The greatest tag that the list of free tags knows.
+inline constexpr std::int32_t kGreatestTag = 32767;
+
+/// The tag for a new field: the largest one plus 1, gaps are not reused; 1 for an empty list. Raises
+/// "Overflow" when the largest is the last number there is.
+template <class List>
+std::int32_t GetFreeTag(const List& Fields) {
+    std::int32_t Largest = 0;
+    for (std::int32_t I = 1; I <= Fields.Count(); ++I)
+        if (Fields.Item(I).Tag > Largest) Largest = Fields.Item(I).Tag;
+    if (Largest == INT32_MAX) RaiseFault(fault::kOverflow);
+    return Largest + 1;
+}
+
+/// Shows the runs of free tags, "3 - 4" or "7", up to 32767, in a list "Tag disponibili". Tags under 1 or
+/// over 32767 are passed over.
+[[nodiscard]] bool FindFreeTags(std::wstring_view ClassWord, const TagFields& Fields);
+
+/// Asks "Confermi la rinumerazione dei Tag?" (No as default), then numbers the fields 1 to n in list order
+/// and lets the group tags follow: a field of level 1 in a group heads it, a deeper one gets the tag of the
+/// nearest group field one level up, 0 when there is none. `Changed` tells whether the operator agreed.
+[[nodiscard]] bool RenumTags(std::wstring_view ClassWord, const TagFields& Fields, bool& Changed);
+
+/// Asks for a file and writes one line `Public Const FTG_<name>=<tag>` a field, blanks in the name as "_",
+/// lines ended by CR LF, Windows-1252. A cancelled dialog ends the tool silently. A file that can't be made
+/// is refused with "Impossibile creare il file <name>" and the number of OpenFile.
+[[nodiscard]] bool ExportFieldsToConsts(std::wstring_view ClassWord, const TagFields& Fields);
+
+}  // namespace kv
