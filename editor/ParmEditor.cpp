@@ -47,15 +47,116 @@ constexpr SectionRow<I> kImport[] = {
     {L"MIRROROF=", read::Text<&I::MirrorOf>, write::Quoted<&I::MirrorOf>},
 };
 
+using P = ImportProcRecord;
+constexpr SectionRow<P> kImportProc[] = {
+    {L"TABLE=", read::Upper<&P::Table>, write::Quoted<&P::Table>},
+    {L"SOURCEPATH=", read::Text<&P::SourcePath>, write::Quoted<&P::SourcePath>},
+    {L"TARGETPATH=", read::Text<&P::TargetPath>, write::Quoted<&P::TargetPath>},
+    {L"LOGFILE=", read::Text<&P::LogFile>, write::Quoted<&P::LogFile>},
+    {L"FLAGS=", read::Flags<&P::Flags, kImportProcFlags>, write::Flags<&P::Flags, kImportProcFlags>},
+    {L"SELECTED=", read::BoolOrIgnore<&P::Selected>, write::Bool<&P::Selected>},
+    {L"LOCKED=", read::BoolOrIgnore<&P::Locked>, write::Bool<&P::Locked>},
+    {L"INCLUDEDLIB=", read::Text<&P::IncludedLib>, write::Quoted<&P::IncludedLib>},
+    {L"EXCLUDEDLIB=", read::Text<&P::ExcludedLib>, write::Quoted<&P::ExcludedLib>},
+    {L"INCLUDEDLIBISBD=", read::Text<&P::IncludedLibIsbd>, write::Quoted<&P::IncludedLibIsbd>},
+    {L"EXCLUDEDLIBISBD=", read::Text<&P::ExcludedLibIsbd>, write::Quoted<&P::ExcludedLibIsbd>},
+    {L"LIBRARYORDER=", read::Text<&P::LibraryOrder>, write::Quoted<&P::LibraryOrder>},
+    {L"PROCTYPE=", read::Flags<&P::ProcType, kProcTypes>, write::Flags<&P::ProcType, kProcTypes>},
+    {L"ACTION=", read::Flags<&P::Action, kImportProcActions>, write::Flags<&P::Action, kImportProcActions>},
+    {L"MIRROROF=", read::Text<&P::MirrorOf>, write::Quoted<&P::MirrorOf>},
+};
+
+using E = ImportFieldRecord;
+constexpr SectionRow<E> kImportField[] = {
+    {L"NAME=", read::Upper<&E::Name>, write::Quoted<&E::Name>},
+    {L"TAG=", read::Long<&E::Tag>, write::Number<&E::Tag>},
+    {L"POSITION=", read::Long<&E::Position>, write::Number<&E::Position>},
+    {L"KIND=", read::Long<&E::Kind>, write::Number<&E::Kind>},
+    {L"FLAGS=", read::Flags<&E::Flags, kImportFieldFlags>, write::Flags<&E::Flags, kImportFieldFlags>},
+    {L"ACTION=", read::OneWord<&E::Action, kImportFieldActions>,
+     write::OneWord<&E::Action, kImportFieldActions>},
+    {L"SCRIPT=", read::Upper<&E::Script>, write::Quoted<&E::Script>},
+};
+
+using X = ImportIndexRecord;
+constexpr SectionRow<X> kImportIndex[] = {
+    {L"TABLE=", read::Upper<&X::Table>, write::Quoted<&X::Table>},
+    {L"KEY=", read::Text<&X::Key>, write::Quoted<&X::Key>},
+    {L"FLAGS=", read::Flags<&X::Flags, kImportIndexFlags>, write::Flags<&X::Flags, kImportIndexFlags>},
+};
+
+using T = ParmItem;
+constexpr std::array<Word, 2> kScriptLanguages{{{L"VBSCRIPT", 0}, {L"JSCRIPT", 1}}};
+constexpr SectionRow<T> kImportScript[] = {
+    {L"NAME=", read::Upper<&T::Name>, write::Quoted<&T::Name>},
+    {L"LANG=",
+     [](T& Into, Parm& P) {
+         P.Unquote();
+         P.Fold();
+         if (!P.Value.empty() && !FindWord(kScriptLanguages, P.Value))
+             P.BadIfStrict();
+         else
+             Into.Language = P.Value;
+         return false;
+     },
+     [](const T& From, std::wstring_view Keyword, LineWriter& Out) {
+         Out.Plain(Keyword, From.Language);
+         return false;
+     }},
+    {L"FILENAME=", read::Text<&T::Text>, write::Quoted<&T::Text>},
+};
+constexpr SectionRow<T> kText[] = {
+    {L"TEXT=", read::Text<&T::Text>, write::Quoted<&T::Text>},
+    {L"LANG=", read::Upper<&T::Language>, write::Quoted<&T::Language>},
+};
+
+using H = HtmlRecord;
+constexpr SectionRow<H> kHtml[] = {
+    {L"FILENAME=", read::Text<&H::FileName>, write::Quoted<&H::FileName>},
+    {L"LANG=", read::Upper<&H::Language>, write::Quoted<&H::Language>},
+    {L"ACTION=", read::OneWord<&H::Action, kActionWords>, write::OneWord<&H::Action, kActionWords>},
+};
+
+using N = FontRecord;
+constexpr SectionRow<N> kFont[] = {
+    {L"NAME=", read::Text<&N::Name>, write::Quoted<&N::Name>},
+    {L"SIZE=", read::Long<&N::Size>, write::Number<&N::Size>},
+    {L"BOLD=", read::BoolOrIgnore<&N::Bold>, write::Bool<&N::Bold>},
+    {L"ITALIC=", read::BoolOrIgnore<&N::Italic>, write::Bool<&N::Italic>},
+    {L"UNDERLINE=", read::BoolOrIgnore<&N::Underline>, write::Bool<&N::Underline>},
+};
+
+using B = CommandRecord;
+constexpr SectionRow<B> kCommand[] = {
+    {L"CODE=", read::Upper<&B::Code>, write::Quoted<&B::Code>},
+    {L"ACTION=", read::OneWord<&B::Action, kActionWords>, write::OneWord<&B::Action, kActionWords>},
+    {L"ENABLED=", read::BoolOrIgnore<&B::Enabled>, write::Bool<&B::Enabled>},
+    {L"VISIBLE=", read::BoolOrIgnore<&B::Visible>, write::Bool<&B::Visible>},
+};
+
+/// A check of the whole section at the end of its text, in strict mode.
+template <class Record>
+using FinalCheck = void (*)(const Record&);
+
+template <class Record>
+void NoCheck(const Record&) {}
+
+template <class Element>
+void NeedsLanguage(const Element& Read) {
+    if (Read.Language.empty()) Raise(L"Non è stato specificato un codice LANG valido.");
+}
+
 template <class Record, class Rows>
 bool SaveSection(std::wstring_view Source, const Rows& Table, Record& Into, std::wstring_view Buffer,
-                 const SaveFlags& Flags) {
+                 const SaveFlags& Flags, FinalCheck<Record> Check = NoCheck<Record>) {
     SectionText Text(Buffer);
     return Trap(Source, Text, [&] {
         Record Scratch;
         Into.CopyTo(Scratch, false, false, true);
         ClearParmCheck();
-        if (ReadLadder(Text, Table, Scratch, StrictFlag(Flags))) return true;
+        const bool Strict = StrictFlag(Flags);
+        if (ReadLadder(Text, Table, Scratch, Strict)) return true;
+        if (Strict) Check(Scratch);
         std::move(Scratch).CopyTo(Into, true, false, false);
         return false;
     });
@@ -101,4 +202,79 @@ bool DispImport(const ImportRecord& From, std::wstring& Buffer, const SaveFlags&
     return DispSection(L"ParmEditor.DispImport", kImport, From, Buffer);
 }
 
+bool SaveImportProc(ImportProcRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return SaveSection(L"ParmEditor.SaveImportProc", kImportProc, Into, Buffer, Flags);
+}
+bool DispImportProc(const ImportProcRecord& From, std::wstring& Buffer, const SaveFlags&) {
+    return DispSection(L"ParmEditor.DispImportProc", kImportProc, From, Buffer);
+}
+
+bool SaveImportScript(ParmItem& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return SaveSection(L"ParmEditor.SaveImportScript", kImportScript, Into, Buffer, Flags);
+}
+bool DispImportScript(const ParmItem& From, std::wstring& Buffer, const SaveFlags&) {
+    return DispSection(L"ParmEditor.DispImportScript", kImportScript, From, Buffer);
+}
+
+bool SaveImportIndex(ImportIndexRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return SaveSection(L"ParmEditor.SaveImportIndex", kImportIndex, Into, Buffer, Flags);
+}
+bool DispImportIndex(const ImportIndexRecord& From, std::wstring& Buffer, const SaveFlags&) {
+    return DispSection(L"ParmEditor.DispImportIndex", kImportIndex, From, Buffer);
+}
+
+bool SaveImportField(ImportFieldRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return SaveSection(L"ParmEditor.SaveImportField", kImportField, Into, Buffer, Flags);
+}
+bool DispImportField(const ImportFieldRecord& From, std::wstring& Buffer, const SaveFlags&) {
+    return DispSection(L"ParmEditor.DispImportField", kImportField, From, Buffer);
+}
+
+bool SaveCaption(ParmItem& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return SaveSection(L"ParmEditor.SaveCaption", kText, Into, Buffer, Flags, NeedsLanguage<ParmItem>);
+}
+bool DispCaption(const ParmItem& From, std::wstring& Buffer, const SaveFlags&) {
+    return DispSection(L"ParmEditor.DispCaption", kText, From, Buffer);
+}
+
+bool SaveTitle(ParmItem& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return SaveSection(L"ParmEditor.SaveTitle", kText, Into, Buffer, Flags, NeedsLanguage<ParmItem>);
+}
+bool DispTitle(const ParmItem& From, std::wstring& Buffer, const SaveFlags&) {
+    return DispSection(L"ParmEditor.DispTitle", kText, From, Buffer);
+}
+
+bool SaveHtml(HtmlRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return SaveSection(L"ParmEditor.SaveHtml", kHtml, Into, Buffer, Flags, NeedsLanguage<HtmlRecord>);
+}
+bool DispHtml(const HtmlRecord& From, std::wstring& Buffer, const SaveFlags&) {
+    return DispSection(L"ParmEditor.DispHtml", kHtml, From, Buffer);
+}
+
+bool SaveFont(FontRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return SaveSection(L"ParmEditor.SaveFont", kFont, Into, Buffer, Flags);
+}
+bool DispFont(const FontRecord& From, std::wstring& Buffer, const SaveFlags&) {
+    return DispSection(L"ParmEditor.DispFont", kFont, From, Buffer);
+}
+
+bool SaveCommand(CommandRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return SaveSection(L"ParmEditor.SaveCommand", kCommand, Into, Buffer, Flags);
+}
+bool DispCommand(const CommandRecord& From, std::wstring& Buffer, const SaveFlags&) {
+    return DispSection(L"ParmEditor.DispCommand", kCommand, From, Buffer);
+}
+
 }  // namespace kv::ParmEditor
+
+namespace kv {
+
+bool CaptionSave(std::wstring& Section, ParmItem& Item, std::wstring& Caption, const SaveFlags& Flags) {
+    return Trap(L"vDesignPar.CaptionSave", [&] {
+        if (ParmEditor::SaveCaption(Item, Section, Flags)) return true;
+        Caption = CaptionNode(Item);
+        return false;
+    });
+}
+
+}  // namespace kv

@@ -6,8 +6,13 @@
 
 #include "frame/vdbcModule.h"
 #include "records/CatalogueRecord.h"
+#include "records/CommandRecord.h"
 #include "records/FilterRecord.h"
+#include "records/FontRecord.h"
+#include "records/HtmlRecord.h"
+#include "records/ImportProcRecord.h"
 #include "records/ImportRecord.h"
+#include "records/ParmItem.h"
 
 namespace kv::ParmEditor {
 
@@ -29,4 +34,41 @@ template <class Record>
 [[nodiscard]] bool SaveImport(ImportRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
 [[nodiscard]] bool DispImport(const ImportRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
 
+// An import procedure and the elements of its lists.
+[[nodiscard]] bool SaveImportProc(ImportProcRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool SaveImportScript(ParmItem& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool SaveImportIndex(ImportIndexRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool SaveImportField(ImportFieldRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispImportScript(const ParmItem& From, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispImportIndex(const ImportIndexRecord& From, std::wstring& Buffer,
+                                   const SaveFlags& Flags);
+[[nodiscard]] bool DispImportField(const ImportFieldRecord& From, std::wstring& Buffer,
+                                   const SaveFlags& Flags);
+[[nodiscard]] bool DispImportProc(const ImportProcRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
+
+// Sections that many classes share. A text in one language: TEXT=, LANG=; in strict mode an empty LANG= is
+// refused with "Non è stato specificato un codice LANG valido.".
+[[nodiscard]] bool SaveCaption(ParmItem& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispCaption(const ParmItem& From, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool SaveTitle(ParmItem& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispTitle(const ParmItem& From, std::wstring& Buffer, const SaveFlags& Flags);
+/// FILENAME=, LANG= as above, ACTION= an action word.
+[[nodiscard]] bool SaveHtml(HtmlRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispHtml(const HtmlRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
+/// NAME=, SIZE=, BOLD=, ITALIC=, UNDERLINE=.
+[[nodiscard]] bool SaveFont(FontRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispFont(const FontRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
+/// CODE=, ACTION=, ENABLED=, VISIBLE=.
+[[nodiscard]] bool SaveCommand(CommandRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispCommand(const CommandRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
+
 }  // namespace kv::ParmEditor
+
+namespace kv {
+
+/// Parses a caption through ParmEditor; on success `Caption` becomes the element's CaptionNode. True on
+/// failure (source "vDesignPar.CaptionSave", or that of the parser).
+[[nodiscard]] bool CaptionSave(std::wstring& Section, ParmItem& Item, std::wstring& Caption,
+                               const SaveFlags& Flags);
+
+}  // namespace kv

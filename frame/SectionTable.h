@@ -213,6 +213,15 @@ struct WordReader {
     }
 };
 
+template <auto Member>
+struct LongReader {
+    template <class Scratch>
+    static void Run(Scratch& Into, Parm& P) {
+        P.Unquote();
+        Into.*Member = StrUtil::ToLong(StrUtil::Number(P.Value));
+    }
+};
+
 /// Unquoted, case kept.
 template <auto Member>
 inline constexpr Row<TextReader<Member>> Text{};
@@ -222,6 +231,9 @@ inline constexpr Row<UpperReader<Member>> Upper{};
 /// Boolean word; an unknown one is refused in strict mode and leaves the member alone in lax mode.
 template <auto Member>
 inline constexpr Row<BoolOrIgnoreReader<Member>> BoolOrIgnore{};
+/// The numeric value, rounded.
+template <auto Member>
+inline constexpr Row<LongReader<Member>> Long{};
 /// Flag words joined by "|", each adding its bit; "NONE" or empty clears (Parm::AddFlags).
 template <auto Member, const auto& Words>
 inline constexpr Row<FlagsReader<Member, Words>> Flags{};
@@ -259,6 +271,13 @@ struct BoolWriter {
         Out.Bool(Keyword, From.*Member);
     }
 };
+template <auto Member>
+struct NumberWriter {
+    template <class Record>
+    static void Run(const Record& From, std::wstring_view Keyword, LineWriter& Out) {
+        Out.Number(Keyword, From.*Member);
+    }
+};
 template <auto Member, const auto& Words>
 struct FlagsWriter {
     template <class Record>
@@ -281,6 +300,9 @@ inline constexpr Row<QuotedWriter<Member>> Quoted{};
 /// TRUE or FALSE.
 template <auto Member>
 inline constexpr Row<BoolWriter<Member>> Bool{};
+/// The decimal number.
+template <auto Member>
+inline constexpr Row<NumberWriter<Member>> Number{};
 /// The words of the bits that are set, in table order, joined by "|", or "NONE"; a blank behind the "=".
 template <auto Member, const auto& Words>
 inline constexpr Row<FlagsWriter<Member, Words>> Flags{};

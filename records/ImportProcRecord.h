@@ -38,15 +38,15 @@ inline constexpr std::array<Word, 10> kProcTypes{{
     {L"FLUSH", 0x200},
 }};
 
-/// Codes of ImportProcRecord::Action, 0 for none.
+/// Bits of ImportProcRecord::Action: what is done before, in the middle of and after an import.
 inline constexpr std::array<Word, 7> kImportProcActions{{
-    {L"EARLYPURGE", 1},
-    {L"LATEPURGE", 2},
-    {L"EARLYPURGENOT", 3},
-    {L"LATEPURGENOT", 4},
-    {L"EARLYSCRIPT", 5},
-    {L"MIDDLESCRIPT", 6},
-    {L"LATESCRIPT", 7},
+    {L"EARLYPURGE", 0x01},
+    {L"LATEPURGE", 0x02},
+    {L"EARLYPURGENOT", 0x04},
+    {L"LATEPURGENOT", 0x08},
+    {L"EARLYSCRIPT", 0x10},
+    {L"MIDDLESCRIPT", 0x20},
+    {L"LATESCRIPT", 0x40},
 }};
 
 /// Bits of ImportIndexRecord::Flags.
@@ -70,8 +70,9 @@ inline constexpr std::array<Word, 6> kImportFieldFlags{{
     {L"NOINDEX", 0x20},
 }};
 
-/// Codes of ImportFieldRecord::Action, 0 for none.
-inline constexpr std::array<Word, 4> kImportFieldActions{{
+/// Codes of ImportFieldRecord::Action; the first word is understood and not offered.
+inline constexpr std::array<Word, 5> kImportFieldActions{{
+    {L"NONE", 0},
     {L"DELETE", 1},
     {L"KEEPREC", 2},
     {L"SKIPREC", 3},
