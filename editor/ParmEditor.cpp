@@ -47,23 +47,23 @@ constexpr SectionRow<I> kImport[] = {
     {L"MIRROROF=", read::Text<&I::MirrorOf>, write::Quoted<&I::MirrorOf>},
 };
 
-using P = ImportProcRecord;
-constexpr SectionRow<P> kImportProc[] = {
-    {L"TABLE=", read::Upper<&P::Table>, write::Quoted<&P::Table>},
-    {L"SOURCEPATH=", read::Text<&P::SourcePath>, write::Quoted<&P::SourcePath>},
-    {L"TARGETPATH=", read::Text<&P::TargetPath>, write::Quoted<&P::TargetPath>},
-    {L"LOGFILE=", read::Text<&P::LogFile>, write::Quoted<&P::LogFile>},
-    {L"FLAGS=", read::Flags<&P::Flags, kImportProcFlags>, write::Flags<&P::Flags, kImportProcFlags>},
-    {L"SELECTED=", read::BoolOrIgnore<&P::Selected>, write::Bool<&P::Selected>},
-    {L"LOCKED=", read::BoolOrIgnore<&P::Locked>, write::Bool<&P::Locked>},
-    {L"INCLUDEDLIB=", read::Text<&P::IncludedLib>, write::Quoted<&P::IncludedLib>},
-    {L"EXCLUDEDLIB=", read::Text<&P::ExcludedLib>, write::Quoted<&P::ExcludedLib>},
-    {L"INCLUDEDLIBISBD=", read::Text<&P::IncludedLibIsbd>, write::Quoted<&P::IncludedLibIsbd>},
-    {L"EXCLUDEDLIBISBD=", read::Text<&P::ExcludedLibIsbd>, write::Quoted<&P::ExcludedLibIsbd>},
-    {L"LIBRARYORDER=", read::Text<&P::LibraryOrder>, write::Quoted<&P::LibraryOrder>},
-    {L"PROCTYPE=", read::Flags<&P::ProcType, kProcTypes>, write::Flags<&P::ProcType, kProcTypes>},
-    {L"ACTION=", read::Flags<&P::Action, kImportProcActions>, write::Flags<&P::Action, kImportProcActions>},
-    {L"MIRROROF=", read::Text<&P::MirrorOf>, write::Quoted<&P::MirrorOf>},
+using L = ImportProcRecord;
+constexpr SectionRow<L> kImportProc[] = {
+    {L"TABLE=", read::Upper<&L::Table>, write::Quoted<&L::Table>},
+    {L"SOURCEPATH=", read::Text<&L::SourcePath>, write::Quoted<&L::SourcePath>},
+    {L"TARGETPATH=", read::Text<&L::TargetPath>, write::Quoted<&L::TargetPath>},
+    {L"LOGFILE=", read::Text<&L::LogFile>, write::Quoted<&L::LogFile>},
+    {L"FLAGS=", read::Flags<&L::Flags, kImportProcFlags>, write::Flags<&L::Flags, kImportProcFlags>},
+    {L"SELECTED=", read::BoolOrIgnore<&L::Selected>, write::Bool<&L::Selected>},
+    {L"LOCKED=", read::BoolOrIgnore<&L::Locked>, write::Bool<&L::Locked>},
+    {L"INCLUDEDLIB=", read::Text<&L::IncludedLib>, write::Quoted<&L::IncludedLib>},
+    {L"EXCLUDEDLIB=", read::Text<&L::ExcludedLib>, write::Quoted<&L::ExcludedLib>},
+    {L"INCLUDEDLIBISBD=", read::Text<&L::IncludedLibIsbd>, write::Quoted<&L::IncludedLibIsbd>},
+    {L"EXCLUDEDLIBISBD=", read::Text<&L::ExcludedLibIsbd>, write::Quoted<&L::ExcludedLibIsbd>},
+    {L"LIBRARYORDER=", read::Text<&L::LibraryOrder>, write::Quoted<&L::LibraryOrder>},
+    {L"PROCTYPE=", read::Flags<&L::ProcType, kProcTypes>, write::Flags<&L::ProcType, kProcTypes>},
+    {L"ACTION=", read::Flags<&L::Action, kImportProcActions>, write::Flags<&L::Action, kImportProcActions>},
+    {L"MIRROROF=", read::Text<&L::MirrorOf>, write::Quoted<&L::MirrorOf>},
 };
 
 using E = ImportFieldRecord;
