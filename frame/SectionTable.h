@@ -193,6 +193,15 @@ struct BoolOrIgnoreReader {
             Into.*Member = Word != 0;
     }
 };
+template <auto Member>
+struct BoolOrTrueReader {
+    template <class Scratch>
+    static void Run(Scratch& Into, Parm& P) {
+        const int Word = P.Bool();
+        if (Word == 1) P.BadIfStrict();
+        Into.*Member = Word != 0;
+    }
+};
 template <auto Member, const auto& Words>
 struct FlagsReader {
     template <class Scratch>
@@ -231,6 +240,9 @@ inline constexpr Row<UpperReader<Member>> Upper{};
 /// Boolean word; an unknown one is refused in strict mode and leaves the member alone in lax mode.
 template <auto Member>
 inline constexpr Row<BoolOrIgnoreReader<Member>> BoolOrIgnore{};
+/// Boolean word; an unknown one is refused in strict mode and counts as true in lax mode.
+template <auto Member>
+inline constexpr Row<BoolOrTrueReader<Member>> BoolOrTrue{};
 /// The numeric value, rounded.
 template <auto Member>
 inline constexpr Row<LongReader<Member>> Long{};

@@ -1,0 +1,248 @@
+#include "items/definitions/diStopWord.h"
+
+#include <unordered_set>
+#include <utility>
+
+#include "frame/SectionTable.h"
+#include "frame/vdbcModule.h"
+
+namespace kv {
+
+using vdbShared::kParms;
+namespace {
+
+using R = StopWordRecord;
+
+constexpr std::wstring_view kWords = L"MESSAGE";
+constexpr std::wstring_view kWordsCaption = L"Parole";
+constexpr std::wstring_view kDefaultSeparator = L"=";
+
+constexpr LadderRow<R> kParmLadder[] = {
+    {L"ANYWHERE=", read::BoolOrTrue<&R::Anywhere>},
+    {L"FLAGS=", read::Flags<&R::Flags, kStopWordFlags>},
+    {L"IFFIRST=", read::BoolOrTrue<&R::IfFirst>},
+    {L"IFNOTONLY=", read::BoolOrTrue<&R::IfNotOnly>},
+    {L"IGNORECASE=", read::BoolOrTrue<&R::IgnoreCase>},
+    {L"MIRROROF=", read::Text<&R::MirrorOf>},
+    {L"SEPARATOR=",
+     [](R& Into, Parm& P) {
+         P.Unquote();
+         if (P.Value.empty()) P.Bad();
+         Into.Separator = P.Value;
+         return false;
+     }},
+};
+
+constexpr LineRow<R> kParmLines[] = {
+    {L"ANYWHERE=", write::Bool<&R::Anywhere>},
+    {L"IFFIRST=", write::Bool<&R::IfFirst>},
+    {L"IFNOTONLY=", write::Bool<&R::IfNotOnly>},
+    {L"IGNORECASE=", write::Bool<&R::IgnoreCase>},
+    {L"SEPARATOR=",
+     [](R& From, std::wstring_view Keyword, LineWriter& Out) {
+         // What is shown is also what holds from now on.
+         if (From.Separator.empty()) From.Separator = kDefaultSeparator;
+         Out.Quoted(Keyword, From.Separator);
+         return false;
+     }},
+    {L"FLAGS=", write::Flags<&R::Flags, kStopWordFlags>},
+    {L"MIRROROF=", write::Quoted<&R::MirrorOf>},
+};
+
+constexpr auto kFlagChoices = NoneThen(kStopWordFlags);
+
+constexpr Choice kChoices[] = {
+    {kParms, L"ANYWHERE=", kBooleanWords},  {kParms, L"IFFIRST=", kBooleanWords},
+    {kParms, L"IFNOTONLY=", kBooleanWords}, {kParms, L"IGNORECASE=", kBooleanWords},
+    {kParms, L"FLAGS=", kFlagChoices},
+};
+
+std::wstring_view SeparatorOf(const R& Record) {
+    return Record.Separator.empty() ? kDefaultSeparator : std::wstring_view(Record.Separator);
+}
+
+// One line of the word section on its way into the packed table.
+class PairLine {
+  public:
+    PairLine(std::wstring_view Line, std::int32_t Number) : Line_(Line), Number_(Number) {}
+
+    // Parts the line at the first separator.
+    void Part(std::wstring_view Separator, std::wstring_view& Word, std::wstring_view& Replacement) const {
+        const std::size_t At = Line_.find(Separator);
+        if (At == std::wstring_view::npos)
+            Refuse(L" non contiene il separatore (" + std::wstring(Separator) + L")");
+        Word = Line_.substr(0, At);
+        Replacement = Line_.substr(At + Separator.size());
+    }
+
+    // What stands between the quotes that a half must have.
+    std::wstring_view Quoted(std::wstring_view Half) const {
+        Half = StrUtil::Trim(Half);
+        if (Half.empty() || Half.front() != StrUtil::QuoteChar() || Half.back() != StrUtil::QuoteChar())
+            Refuse(L" contiene parole non racchiuse fra doppi apici.");
+        return kv::Unquote(Half);
+    }
+
+    [[noreturn]] void Refuse(std::wstring_view What) const {
+        std::wstring Text(L"La riga #");
+        Text.append(std::to_wstring(Number_)).append(What);
+        Raise(Text);
+    }
+
+  private:
+    std::wstring_view Line_;
+    std::int32_t Number_;
+};
+
+}  // namespace
+
+bool diStopWord::SaveData(const Head& At, std::wstring&, std::wstring& Buffer, RegData*) {
+    return Trap(L"diStopWord.SaveData", [&] {
+        const bool SyntaxOn = Tree().SyntaxOn();
+        if (At.Key == kWords) return SaveTable(Buffer);
+        if (At.Key == kParms) return SaveParm(Buffer, SyntaxOn);
+        return false;
+    });
+}
+
+bool diStopWord::Save(RegData& Clsid) {
+    return Trap(L"diStopWord.Save", [&] { return Record().Save(Clsid); });
+}
+
+bool diStopWord::MoveData(Head&, std::int32_t) { return true; }
+
+bool diStopWord::LoadData(RegData& Clsid) {
+    return Trap(L"diStopWord.LoadData", [&] {
+        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        vdbShared::StartPlainTree(Tree(), Clsid);
+        vdbShared::AddFolder(Tree(), kWords, kWordsCaption);
+        vdbShared::AddLeaf(Tree(), kWords, kWordsCaption);
+        return AddChoices(Tree(), kChoices);
+    });
+}
+
+bool diStopWord::GetObjectInfo(std::wstring& Name, std::wstring& Desc, std::int16_t& Version,
+                               std::wstring& Id) {
+    return Trap(L"diStopWord.GetObjectInfo", [&] {
+        vdbShared::ObjectInfo(Record(), Name, Desc, Version, Id);
+        return false;
+    });
+}
+
+bool diStopWord::ExportData(RegData& Clsid, std::wstring& Buffer) {
+    return Trap(L"diStopWord.ExportData", [&] {
+        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        for (const std::wstring_view Section : {kParms, kWords})
+            if (DispData(vdbShared::ExportHead(Section), Buffer, true, {}, 1)) return true;
+        return false;
+    });
+}
+
+bool diStopWord::EditData(const Head& At, std::wstring& NewItemKey) {
+    return Trap(L"diStopWord.EditData", [&] {
+        vdbShared::AddPlainLeaf(Tree(), At.Key, NewItemKey);
+        return false;
+    });
+}
+
+bool diStopWord::DispData(const Head& At, std::wstring& Buffer, bool ExternalTarget, Positions,
+                          std::int32_t Indent) {
+    return Trap(L"diStopWord.DispData", [&] {
+        return vdbShared::WrapSection(Buffer, At.Key, ExternalTarget, Indent, [&] {
+            const std::int32_t Inner = vdbShared::InnerIndent(Indent);
+            if (At.Key == kWords) return DispTable(Buffer, Inner);
+            if (At.Key == kParms) return DispParm(Buffer, Inner);
+            return false;
+        });
+    });
+}
+
+bool diStopWord::CopyData(const Head&, bool, ClipItem& DataObj) {
+    return Trap(L"diStopWord.CopyData", [&] { return vdbShared::CopyTo(*this, DataObj); });
+}
+
+bool diStopWord::DeleteData(const Head&, bool) { return false; }
+
+bool diStopWord::SaveParm(std::wstring& Buffer, bool SyntaxOn) {
+    SectionText Text(Buffer);
+    return Trap(L"diStopWord.SaveParm", Text, [&] {
+        R Scratch;
+        Record().CopyTo(Scratch);
+        ClearParmCheck();
+        if (ReadLadder(Text, kParmLadder, Scratch, SyntaxOn)) return true;
+        // The record before this text is asked, not the text: shown once, it has a separator.
+        if (Record().Separator.empty())
+            Raise(L"Non è stato definito il separatore delle stringhe per la tabella.");
+        std::move(Scratch).CopyTo(Record());
+        return false;
+    });
+}
+
+bool diStopWord::DispParm(std::wstring& Buffer, std::int32_t Indent) {
+    return Trap(L"diStopWord.DispParm", [&] {
+        LineWriter Out{Buffer, Indent};
+        if (WriteLines(Out, kParmLines, Record())) return true;
+        DispHeader(Buffer, Record(), Indent);
+        return false;
+    });
+}
+
+bool diStopWord::SaveTable(std::wstring& Buffer) {
+    SectionText Text(Buffer);
+    return Trap(L"diStopWord.SaveTable", Text, [&] {
+        const std::wstring Separator(SeparatorOf(Record()));
+        std::wstring Packed(1, L'\0');
+        Packed.reserve(Buffer.size());
+        // The words of the packed text, so that a repeat is found without walking it. The views point into
+        // Buffer.
+        std::unordered_set<std::wstring_view> Words;
+        std::wstring_view Line;
+        std::wstring_view Unused;
+        while (!Text.Empty()) {
+            if (GetFieldValue(Text, Line, Unused, true)) return true;
+            if (Line.empty()) continue;
+            const PairLine Pair(Line, Text.Line());
+            std::wstring_view Word;
+            std::wstring_view Replacement;
+            Pair.Part(Separator, Word, Replacement);
+            Word = Pair.Quoted(Word);
+            if (Word.empty()) Pair.Refuse(L" contiene una stringa vuota.");
+            if (!Words.insert(Word).second)
+                Pair.Refuse(L" contiene la parola " + std::wstring(Word) + L" più di una volta.");
+            Packed.append(Word).push_back(L'\t');
+            Packed.append(Pair.Quoted(Replacement)).push_back(L'\0');
+        }
+        Record().Table = std::move(Packed);
+        return false;
+    });
+}
+
+bool diStopWord::DispTable(std::wstring& Buffer, std::int32_t Indent) {
+    return Trap(L"diStopWord.DispTable", [&] {
+        LineWriter Out{Buffer, Indent};
+        const std::wstring_view Separator = SeparatorOf(Record());
+        const auto Pair = [&](std::wstring_view Mark, std::wstring_view Word, std::wstring_view Replacement) {
+            const wchar_t Quote = StrUtil::QuoteChar();
+            AppendTabs(Buffer, Indent);
+            Buffer.append(Mark).push_back(Quote);
+            Buffer.append(Word).push_back(Quote);
+            Buffer.append(Separator).push_back(Quote);
+            Buffer.append(Replacement).push_back(Quote);
+            Buffer.append(StrUtil::kLineEnd);
+        };
+        std::wstring_view Rest(Record().Table);
+        if (!Rest.empty() && Rest.front() == L'\0') Rest.remove_prefix(1);
+        while (!Rest.empty()) {
+            const std::wstring_view Entry = Rest.substr(0, Rest.find(L'\0'));
+            Rest.remove_prefix(std::min(Entry.size() + 1, Rest.size()));
+            const std::size_t Tab = Entry.find(L'\t');
+            Pair({}, Entry.substr(0, Tab),
+                 Tab == std::wstring_view::npos ? std::wstring_view{} : Entry.substr(Tab + 1));
+        }
+        Pair(L"'", L"ParolaDaCercare", L"ParolaDiSostituzione");
+        DispHeader(Buffer, Record(), Indent);
+        return false;
+    });
+}
+
+}  // namespace kv
