@@ -192,9 +192,9 @@ bool diStopWord::SaveTable(std::wstring& Buffer) {
     return Trap(L"diStopWord.SaveTable", Text, [&] {
         const std::wstring Separator(SeparatorOf(Record()));
         std::wstring Packed(1, L'\0');
-        Packed.reserve(Buffer.size());
-        // The words of the packed text, so that a repeat is found without walking it. The views point into
-        // Buffer.
+        Packed.reserve(Buffer.size() + 1);  // a pair is never longer packed than typed, so views into it hold
+        // What stands between a code 0 and a tab in the packed text, so that a repeat is found without
+        // walking it.
         std::unordered_set<std::wstring_view> Words;
         std::wstring_view Line;
         std::wstring_view Unused;
@@ -207,10 +207,15 @@ bool diStopWord::SaveTable(std::wstring& Buffer) {
             Pair.Part(Separator, Word, Replacement);
             Word = Pair.Quoted(Word);
             if (Word.empty()) Pair.Refuse(L" contiene una stringa vuota.");
-            if (!Words.insert(Word).second)
+            if (Words.contains(Word))
                 Pair.Refuse(L" contiene la parola " + std::wstring(Word) + L" più di una volta.");
+            const std::size_t Begin = Packed.size();
             Packed.append(Word).push_back(L'\t');
-            Packed.append(Pair.Quoted(Replacement)).push_back(L'\0');
+            Packed.append(Pair.Quoted(Replacement));
+            const std::wstring_view Entry = std::wstring_view(Packed).substr(Begin);
+            for (std::size_t Tab = Entry.find(L'\t'); Tab != Entry.npos; Tab = Entry.find(L'\t', Tab + 1))
+                Words.insert(Entry.substr(0, Tab));
+            Packed.push_back(L'\0');
         }
         Record().Table = std::move(Packed);
         return false;
@@ -219,7 +224,6 @@ bool diStopWord::SaveTable(std::wstring& Buffer) {
 
 bool diStopWord::DispTable(std::wstring& Buffer, std::int32_t Indent) {
     return Trap(L"diStopWord.DispTable", [&] {
-        LineWriter Out{Buffer, Indent};
         const std::wstring_view Separator = SeparatorOf(Record());
         const auto Pair = [&](std::wstring_view Mark, std::wstring_view Word, std::wstring_view Replacement) {
             const wchar_t Quote = StrUtil::QuoteChar();
