@@ -16,7 +16,7 @@
 
 namespace kv {
 
-/// What can be done with a list without knowing its elements: enough to move one of them.
+/// What can be done with a list without knowing its elements.
 class ParmListBase {
   public:
     virtual ~ParmListBase() = default;
@@ -24,6 +24,10 @@ class ParmListBase {
     /// Takes the element at `From` out and puts it back so that it stands at `To`, both 1-based.
     /// Raises the subscript fault when either is no place of the list; the list is then as it was.
     virtual void Move(std::int32_t From, std::int32_t To) = 0;
+    /// Takes the element at `Index` out; the subscript fault as above.
+    virtual void Remove(std::int32_t Index) = 0;
+    /// Takes all elements out.
+    virtual void Clear() noexcept = 0;
 
   protected:
     ParmListBase() = default;
@@ -73,7 +77,7 @@ class ParmList final : public ParmListBase {
         return Added;
     }
 
-    void Remove(std::int32_t Index) {
+    void Remove(std::int32_t Index) override {
         const auto At = Entries_.begin() + static_cast<std::ptrdiff_t>(Slot(Index));
         if (!At->Key.empty()) Keys_.erase(At->Key);
         Entries_.erase(At);
@@ -92,7 +96,7 @@ class ParmList final : public ParmListBase {
         return At == Keys_.end() ? nullptr : At->second;
     }
 
-    void Clear() noexcept {
+    void Clear() noexcept override {
         Keys_.clear();
         Entries_.clear();
     }

@@ -53,6 +53,19 @@ void AddPlainLeaf(DesignTree& Tree, std::wstring_view Section, std::wstring& New
     Tree.MarkModified(true);
 }
 
+void DeleteElement(DesignTree& Tree, ParmListBase& Elements, const Head& At, bool Group) {
+    const std::wstring Folder = FolderOf(Tree, At);
+    if (Group) {
+        Tree.RemoveChildren(Folder);
+        Elements.Clear();
+    } else {
+        if (At.CurrItem == Folder) RaiseFault(fault::kSubscript);  // no element is selected
+        Elements.Remove(At.Index);
+        Tree.RemoveNode(At.CurrItem);
+    }
+    Tree.MarkModified(true);
+}
+
 Head ExportHead(std::wstring_view Section) { return {.Index = 1, .Key = std::wstring(Section)}; }
 
 void ObjectInfo(const Identity& Record, std::wstring& Name, std::wstring& Desc, std::int16_t& Version,

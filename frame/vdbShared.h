@@ -75,19 +75,13 @@ template <class Builder>
     return false;
 }
 
+/// The key of the folder in whose list the selected node stands or which it is: an element that is itself a
+/// folder stands in the folder above it.
+std::wstring FolderOf(const DesignTree& Tree, const Head& At);
+
 /// DeleteData of a list section: with `Group` all elements and what hangs below the folder, else the element
 /// at At.Index and its node. An index that is no place of the list raises and changes nothing.
-template <class List>
-void DeleteElement(DesignTree& Tree, List& Elements, const Head& At, bool Group) {
-    if (Group) {
-        Elements.Clear();
-        Tree.RemoveChildren(At.Key);
-    } else {
-        Elements.Remove(At.Index);
-        Tree.RemoveNode(At.CurrItem);
-    }
-    Tree.MarkModified(true);
-}
+void DeleteElement(DesignTree& Tree, ParmListBase& Elements, const Head& At, bool Group);
 
 // Sections.
 

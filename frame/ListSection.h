@@ -1,0 +1,172 @@
+// List sections as tables: which lists of its record an item shows, how an element's node is made, and what
+// may be done to it. Adding, moving and deleting are then the same for all.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <iterator>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frame/CoreUtil.h"
+#include "frame/DesignTree.h"
+#include "frame/ParmList.h"
+#include "frame/iKvTree.h"
+#include "frame/vdbShared.h"
+
+namespace kv {
+
+/// The 1-based places of the elements that a node stands in, outermost first.
+class Place {
+  public:
+    static constexpr std::size_t kDeepest = 3;
+
+    Place() = default;
+    explicit Place(Positions Given) {
+        for (const std::int32_t At : Given) Push(At);
+    }
+    void Push(std::int32_t At) {
+        if (Depth_ == kDeepest) RaiseFault(fault::kSubscript);
+        Places_[Depth_++] = At;
+    }
+    std::size_t Depth() const noexcept { return Depth_; }
+    /// The place at a depth from 0; raises the subscript fault beyond it.
+    std::int32_t operator[](std::size_t At) const {
+        if (At >= Depth_) RaiseFault(fault::kSubscript);
+        return Places_[At];
+    }
+
+  private:
+    std::array<std::int32_t, kDeepest> Places_{};
+    std::size_t Depth_ = 0;
+};
+
+/// What a section's node stands in: `Owners` elements above its folder, and the leaf itself where the folder
+/// is a list.
+enum class Self : bool { No, Yes };
+
+namespace vdbShared {
+
+/// The place of the node at `At`: each owner is the parent of a section folder, the next one two levels
+/// further up; with Self::Yes the leaf's own place comes last. `Item`, where given, stands for all of it.
+/// Raises for a node that is not in the tree or stands higher than that.
+Place PlaceOf(const DesignTree& Tree, const Head& At, std::size_t Owners, Self Leaf, Positions Item = {});
+
+/// The nodes of an element that is itself a folder: `FIELDS-<id>`, below it `FIELDPARMS-<id>` with its one
+/// leaf, and `FIELDCAPTION-<id>` with a leaf for each entry of an inner list. Keys of leaves are the section
+/// word or the key of their folder, a blank and an id.
+enum class LeafKeys { OfSection, OfFolder };
+struct ElementShape {
+    std::wstring_view Word;
+    std::wstring_view ParmsWord;
+    std::wstring_view ParmsCaption;
+    LeafKeys ParmsLeaf = LeafKeys::OfFolder;
+    std::wstring_view InnerWord{};  // empty: no inner list
+    std::wstring_view InnerCaption{};
+    std::wstring_view InnerKind = kind::kSubList;
+    LeafKeys InnerLeaf = LeafKeys::OfFolder;
+    std::wstring_view Kind = kind::kElement;
+};
+
+/// Builds them, as a child of the folder Shape.Word or in `Relationship` to the node whose key `Key` holds.
+/// `Key` comes back as the key of the first node.
+void AddElementNodes(DesignTree& Tree, const ElementShape& Shape, std::wstring_view Caption,
+                     std::span<const std::wstring> InnerCaptions, std::wstring& Key,
+                     std::optional<std::int32_t> Relationship);
+
+/// The captions of a list, in order.
+template <class List, class Caption>
+std::vector<std::wstring> CaptionsOf(const List& Elements, Caption&& Of) {
+    std::vector<std::wstring> Made;
+    for (std::int32_t I = 1; I <= Elements.Count(); ++I) Made.push_back(Of(Elements.Item(I)));
+    return Made;
+}
+
+}  // namespace vdbShared
+
+enum class Move : bool { No, Yes };
+enum class Delete : bool { No, Yes };
+
+/// A list section of the record `R`: which list, how a new element comes into it, how an element's node is
+/// made.
+template <class R>
+struct ListSection {
+    std::wstring_view Word;  // section word of the elements
+    std::size_t Owners;      // elements that the list itself stands in
+    ParmListBase& (*List)(R&, const Place&);
+    /// Adds an element with a fresh id behind place `After`, 0 for the end; answers its place.
+    std::int32_t (*New)(R&, const Place&, std::int32_t After);
+    void (*Build)(DesignTree&, R&, const Place&, std::int32_t Index, std::wstring& Key,
+                  std::optional<std::int32_t> Relationship);
+    Move Moves = Move::Yes;
+    Delete Deletes = Delete::Yes;
+};
+
+/// The row of a section word, null when the item has no such list.
+template <class Rows>
+const auto* FindSection(const Rows& Sections, std::wstring_view Word) {
+    const auto At = std::find_if(std::begin(Sections), std::end(Sections),
+                                 [&](const auto& Row) { return Row.Word == Word; });
+    return At == std::end(Sections) ? nullptr : &*At;
+}
+
+namespace vdbShared {
+
+/// A new element with a fresh id behind place `After` of `Elements`, 0 for the end.
+template <class T>
+T& NewElement(ParmList<T>& Elements, std::int32_t After = 0) {
+    T Fresh;
+    Fresh.Id = CoreUtil::Instance().NextNodeId();
+    return After == 0 ? Elements.Add(std::move(Fresh)) : Elements.Add(std::move(Fresh), {}, {}, After);
+}
+
+/// Loads the folders of a list section: a node for each element.
+template <class R>
+void BuildAll(DesignTree& Tree, R& Record, const ListSection<R>& Section) {
+    const std::int32_t Count = Section.List(Record, {}).Count();
+    for (std::int32_t I = 1; I <= Count; ++I) {
+        std::wstring Key;
+        Section.Build(Tree, Record, {}, I, Key, {});
+    }
+}
+
+/// EditData of a list section: a new element at the end of the list, its node the last below the section's
+/// folder.
+template <class R>
+void AddElement(DesignTree& Tree, R& Record, const ListSection<R>& Section, const Head& At,
+                std::wstring& NewItemKey) {
+    const Place Owners = PlaceOf(Tree, At, Section.Owners, Self::No);
+    std::wstring Key = FolderOf(Tree, At);
+    const std::int32_t Index = Section.New(Record, Owners, 0);
+    Section.Build(Tree, Record, Owners, Index, Key, relation::kChild);
+    NewItemKey = std::move(Key);
+    Tree.MarkModified(true);
+}
+
+/// MoveData of a list section. A folder does not move: success, nothing done. True when there is nowhere to
+/// go.
+template <class R>
+[[nodiscard]] bool MoveInSection(DesignTree& Tree, R& Record, const ListSection<R>& Section, Head& At,
+                                 std::int32_t Direction) {
+    if (Section.Moves == Move::No || At.CurrItem == At.Key) return false;
+    const Place Owners = PlaceOf(Tree, At, Section.Owners, Self::No);
+    return MoveElement(Tree, Section.List(Record, Owners), At, Direction,
+                       [&](std::int32_t Index, std::wstring& Key, std::int32_t Relationship) {
+                           Section.Build(Tree, Record, Owners, Index, Key, Relationship);
+                       });
+}
+
+/// DeleteData of a list section: with `Group` the whole list, else the element at At.Index.
+template <class R>
+void DeleteInSection(DesignTree& Tree, R& Record, const ListSection<R>& Section, const Head& At, bool Group) {
+    if (Section.Deletes == Delete::No) return;
+    DeleteElement(Tree, Section.List(Record, PlaceOf(Tree, At, Section.Owners, Self::No)), At, Group);
+}
+
+}  // namespace vdbShared
+
+}  // namespace kv
