@@ -116,12 +116,16 @@ const auto* FindSection(const Rows& Sections, std::wstring_view Word) {
 
 namespace vdbShared {
 
-/// A new element with a fresh id behind place `After` of `Elements`, 0 for the end.
+/// Adds an element with a fresh id behind place `After` of `Elements`, 0 for the end; answers its place.
 template <class T>
-T& NewElement(ParmList<T>& Elements, std::int32_t After = 0) {
-    T Fresh;
+std::int32_t NewElement(ParmList<T>& Elements, std::int32_t After, T Fresh = {}) {
     Fresh.Id = CoreUtil::Instance().NextNodeId();
-    return After == 0 ? Elements.Add(std::move(Fresh)) : Elements.Add(std::move(Fresh), {}, {}, After);
+    if (After == 0) {
+        Elements.Add(std::move(Fresh));
+        return Elements.Count();
+    }
+    Elements.Add(std::move(Fresh), {}, {}, After);
+    return After + 1;
 }
 
 /// Loads the folders of a list section: a node for each element.

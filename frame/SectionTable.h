@@ -290,6 +290,13 @@ struct NumberWriter {
         Out.Number(Keyword, From.*Member);
     }
 };
+template <const std::wstring_view& Value>
+struct ConstantWriter {
+    template <class Record>
+    static void Run(const Record&, std::wstring_view Keyword, LineWriter& Out) {
+        Out.Plain(Keyword, Value);
+    }
+};
 template <auto Member, const auto& Words>
 struct FlagsWriter {
     template <class Record>
@@ -312,6 +319,9 @@ inline constexpr Row<QuotedWriter<Member>> Quoted{};
 /// TRUE or FALSE.
 template <auto Member>
 inline constexpr Row<BoolWriter<Member>> Bool{};
+/// The same word whatever the record holds.
+template <const std::wstring_view& Value>
+inline constexpr Row<ConstantWriter<Value>> Constant{};
 /// The decimal number.
 template <auto Member>
 inline constexpr Row<NumberWriter<Member>> Number{};

@@ -53,6 +53,11 @@ void AddPlainLeaf(DesignTree& Tree, std::wstring_view Section, std::wstring& New
     Tree.MarkModified(true);
 }
 
+void ShowCaption(DesignTree& Tree, std::wstring_view Key, std::wstring Caption, std::wstring& NewItemKey) {
+    Tree.SetNodeText(Key, Caption);
+    NewItemKey = std::move(Caption);
+}
+
 void DeleteElement(DesignTree& Tree, ParmListBase& Elements, const Head& At, bool Group) {
     const std::wstring Folder = FolderOf(Tree, At);
     if (Group) {

@@ -57,6 +57,9 @@ void SetNode(DesignTree& Tree, std::wstring_view Name, std::wstring_view Caption
 /// EditData of a section without a list: a further leaf whose caption is the section word.
 void AddPlainLeaf(DesignTree& Tree, std::wstring_view Section, std::wstring& NewItemKey);
 
+/// Writes the caption of an element whose section was saved into its node and hands it back.
+void ShowCaption(DesignTree& Tree, std::wstring_view Key, std::wstring Caption, std::wstring& NewItemKey);
+
 // Lists.
 
 /// MoveData of a list section: moves the selected element inside `List`, then has the item build its node

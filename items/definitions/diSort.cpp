@@ -63,11 +63,7 @@ constexpr LineRow<const SortRecord> kParmLines[] = {
     {L"NOTABLE=", WriteSwitch<sort_switch::kNoTable>},
     {L"NOMASK=", WriteSwitch<sort_switch::kNoMask>},
     {L"NOSPACES=", WriteSwitch<sort_switch::kNoSpaces>},
-    {L"FLAGS=",
-     [](const SortRecord&, std::wstring_view Keyword, LineWriter& Out) {
-         Out.Plain(Keyword, kNone);
-         return false;
-     }},
+    {L"FLAGS=", write::Constant<kNone>},
     {L"MIRROROF=", write::Quoted<&SortRecord::MirrorOf>},
 };
 
