@@ -48,8 +48,11 @@ Place PlaceOf(const DesignTree& Tree, const Head& At, std::size_t Owners, Self L
     if (!Item.empty()) return Place(Item);
     std::array<std::int32_t, Place::kDeepest> Found{};
     std::size_t Depth = 0;
-    if (Leaf == Self::Yes) Found[Depth++] = Tree.NodeId(At.CurrItem);
     std::wstring Key = FolderOf(Tree, At);
+    if (Leaf == Self::Yes) {
+        if (At.CurrItem == Key) RaiseFault(fault::kSubscript);  // the folder is selected, and no element
+        Found[Depth++] = Tree.NodeId(At.CurrItem);
+    }
     for (std::size_t Owner = 0; Owner < Owners; ++Owner) {
         Key = Above(Tree, Key);  // the element that the folder belongs to
         Found[Depth++] = Tree.NodeId(Key);
@@ -82,6 +85,15 @@ void AddElementNodes(DesignTree& Tree, const ElementShape& Shape, std::wstring_v
                           .Text = Text});
     }
     Key = Element;
+}
+
+void SetInnerNode(DesignTree& Tree, std::wstring_view Caption, std::wstring& Key,
+                  std::optional<std::int32_t> Relationship) {
+    const std::int32_t Stands = Relationship.value_or(relation::kChild);
+    const std::wstring Folder = Stands == relation::kChild ? Key : Above(Tree, Key);
+    std::wstring Made = LeafKey(LeafKeys::OfFolder, {}, Folder);
+    Tree.AddNode({.Relative = Key, .Relationship = Stands, .Key = Made, .Text = Caption});
+    Key = std::move(Made);
 }
 
 }  // namespace kv::vdbShared

@@ -78,6 +78,11 @@ void AddElementNodes(DesignTree& Tree, const ElementShape& Shape, std::wstring_v
                      std::span<const std::wstring> InnerCaptions, std::wstring& Key,
                      std::optional<std::int32_t> Relationship);
 
+/// The leaf of an inner list: below the folder whose key `Key` holds, or in `Relationship` to the node of
+/// that key; its own key is that of its folder, a blank and an id.
+void SetInnerNode(DesignTree& Tree, std::wstring_view Caption, std::wstring& Key,
+                  std::optional<std::int32_t> Relationship);
+
 /// The captions of a list, in order.
 template <class List, class Caption>
 std::vector<std::wstring> CaptionsOf(const List& Elements, Caption&& Of) {

@@ -66,7 +66,7 @@ bool diMater::Save(RegData& Clsid) {
 bool diMater::MoveData(Head& At, std::int32_t Direction) {
     return Trap(L"diMater.MoveData", [&] {
         const auto* const List = FindSection(kLists, At.Key);
-        return !List || vdbShared::MoveInSection(Tree(), Record(), *List, At, Direction);
+        return List && vdbShared::MoveInSection(Tree(), Record(), *List, At, Direction);
     });
 }
 
