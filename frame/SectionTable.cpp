@@ -2,11 +2,16 @@
 
 namespace kv {
 
-std::wstring JoinWords(WordTable Words, std::int32_t Bits) {
+std::wstring JoinSetWords(WordTable Words, std::int32_t Bits) {
     std::wstring Joined;
     for (const Word& Row : Words)
         if ((Bits & Row.Value) != 0) Joined.append(Row.Text).push_back(L'|');
     CoreUtil::TrimEnd(Joined, L"|");
+    return Joined;
+}
+
+std::wstring JoinWords(WordTable Words, std::int32_t Bits) {
+    std::wstring Joined = JoinSetWords(Words, Bits);
     if (Joined.empty()) Joined = kNone;
     return Joined;
 }

@@ -223,6 +223,13 @@ struct WordReader {
 };
 
 template <auto Member>
+struct ByteReader {
+    template <class Scratch>
+    static void Run(Scratch& Into, Parm& P) {
+        Into.*Member = StrUtil::ToByte(StrUtil::Number(P.Value));
+    }
+};
+template <auto Member>
 struct LongReader {
     template <class Scratch>
     static void Run(Scratch& Into, Parm& P) {
@@ -246,6 +253,9 @@ inline constexpr Row<BoolOrTrueReader<Member>> BoolOrTrue{};
 /// The numeric value, rounded.
 template <auto Member>
 inline constexpr Row<LongReader<Member>> Long{};
+/// The numeric value as a byte; beyond it the fault "Overflow".
+template <auto Member>
+inline constexpr Row<ByteReader<Member>> Byte{};
 /// Flag words joined by "|", each adding its bit; "NONE" or empty clears (Parm::AddFlags).
 template <auto Member, const auto& Words>
 inline constexpr Row<FlagsReader<Member, Words>> Flags{};
@@ -305,6 +315,16 @@ struct FlagsWriter {
     }
 };
 template <auto Member, const auto& Words>
+struct FlagsNoBlankWriter {
+    template <class Record>
+    static void Run(const Record& From, std::wstring_view Keyword, LineWriter& Out) {
+        if (From.*Member == 0)
+            Out.Plain(Keyword, kNone);
+        else
+            Out.Line(std::wstring(Keyword) + JoinSetWords(Words, From.*Member));
+    }
+};
+template <auto Member, const auto& Words>
 struct WordWriter {
     template <class Record>
     static void Run(const Record& From, std::wstring_view Keyword, LineWriter& Out) {
@@ -328,6 +348,9 @@ inline constexpr Row<NumberWriter<Member>> Number{};
 /// The words of the bits that are set, in table order, joined by "|", or "NONE"; a blank behind the "=".
 template <auto Member, const auto& Words>
 inline constexpr Row<FlagsWriter<Member, Words>> Flags{};
+/// The same, by hand: no blank behind the "=" before the words, `FLAGS=A|B`, but one in `FLAGS= NONE` for 0.
+template <auto Member, const auto& Words>
+inline constexpr Row<FlagsNoBlankWriter<Member, Words>> FlagsNoBlank{};
 /// The word of the code; a code without a word shows as the first of the table, so that it reads back.
 template <auto Member, const auto& Words>
 inline constexpr Row<WordWriter<Member, Words>> OneWord{};

@@ -5,9 +5,11 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "frame/Failure.h"
+#include "frame/StrUtil.h"
 
 namespace kv {
 
@@ -47,6 +49,22 @@ std::int32_t GetFreeTag(const List& Fields) {
         if (Fields.Item(I).Tag > Largest) Largest = Fields.Item(I).Tag;
     if (Largest == INT32_MAX) RaiseFault(fault::kOverflow);
     return Largest + 1;
+}
+
+/// Refuses a list in which two fields bear the same tag: "Tag duplicato: <tag>", a line end,
+/// "<earlier>=<later>". The later field is the first that repeats a tag, the earlier one the first that bears
+/// it.
+template <class List>
+void CheckTags(const List& Fields) {
+    std::unordered_map<std::int32_t, std::int32_t> First;
+    First.reserve(static_cast<std::size_t>(Fields.Count()));
+    for (std::int32_t I = 1; I <= Fields.Count(); ++I) {
+        const auto& Field = Fields.Item(I);
+        const auto [Seen, New] = First.emplace(Field.Tag, I);
+        if (!New)
+            Raise(L"Tag duplicato: " + std::to_wstring(Field.Tag) + std::wstring(StrUtil::kLineEnd) +
+                  Fields.Item(Seen->second).Name + L"=" + Field.Name);
+    }
 }
 
 /// Shows the runs of free tags, "3 - 4" or "7", up to 32767, in a list "Tag disponibili". Tags under 1 or

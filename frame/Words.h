@@ -39,7 +39,9 @@ constexpr std::wstring_view WordOf(WordTable Words, std::int32_t Code) noexcept 
     return {};
 }
 
-/// The words whose bits are set, in the order of the table, joined by "|"; "NONE" when none is.
+/// The words whose bits are set, in the order of the table, joined by "|"; empty when none is.
+std::wstring JoinSetWords(WordTable Words, std::int32_t Bits);
+/// The same, "NONE" when none is.
 std::wstring JoinWords(WordTable Words, std::int32_t Bits);
 
 /// Choices made of a table: its words in order, alone or with "NONE" in front or behind.

@@ -48,8 +48,8 @@ void SetNode(DesignTree& Tree, std::wstring_view Name, std::wstring_view Caption
     NewKey = std::move(Key);
 }
 
-void AddPlainLeaf(DesignTree& Tree, std::wstring_view Section, std::wstring& NewItemKey) {
-    SetNode(Tree, Section, Section, NewItemKey);
+void AddPlainLeaf(DesignTree& Tree, const Head& At, std::wstring& NewItemKey) {
+    SetNode(Tree, At.Key, At.Key, NewItemKey);
     Tree.MarkModified(true);
 }
 

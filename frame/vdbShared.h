@@ -55,7 +55,7 @@ void SetNode(DesignTree& Tree, std::wstring_view Name, std::wstring_view Caption
              std::optional<std::int32_t> Relationship = {}, bool NoNode = false);
 
 /// EditData of a section without a list: a further leaf whose caption is the section word.
-void AddPlainLeaf(DesignTree& Tree, std::wstring_view Section, std::wstring& NewItemKey);
+void AddPlainLeaf(DesignTree& Tree, const Head& At, std::wstring& NewItemKey);
 
 /// Writes the caption of an element whose section was saved into its node and hands it back.
 void ShowCaption(DesignTree& Tree, std::wstring_view Key, std::wstring Caption, std::wstring& NewItemKey);

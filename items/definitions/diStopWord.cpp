@@ -140,7 +140,7 @@ bool diStopWord::ExportData(RegData& Clsid, std::wstring& Buffer) {
 
 bool diStopWord::EditData(const Head& At, std::wstring& NewItemKey) {
     return Trap(L"diStopWord.EditData", [&] {
-        vdbShared::AddPlainLeaf(Tree(), At.Key, NewItemKey);
+        vdbShared::AddPlainLeaf(Tree(), At, NewItemKey);
         return false;
     });
 }

@@ -52,7 +52,7 @@ bool diCatalogue::ExportData(RegData& Clsid, std::wstring& Buffer) {
 
 bool diCatalogue::EditData(const Head& At, std::wstring& NewItemKey) {
     return Trap(L"diCatalogue.EditData", [&] {
-        vdbShared::AddPlainLeaf(Tree(), At.Key, NewItemKey);
+        vdbShared::AddPlainLeaf(Tree(), At, NewItemKey);
         return false;
     });
 }

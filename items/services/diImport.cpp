@@ -71,7 +71,7 @@ bool diImport::ExportData(RegData& Clsid, std::wstring& Buffer) {
 
 bool diImport::EditData(const Head& At, std::wstring& NewItemKey) {
     return Trap(L"diImport.EditData", [&] {
-        vdbShared::AddPlainLeaf(Tree(), At.Key, NewItemKey);
+        vdbShared::AddPlainLeaf(Tree(), At, NewItemKey);
         return false;
     });
 }
