@@ -87,13 +87,20 @@ void AddElementNodes(DesignTree& Tree, const ElementShape& Shape, std::wstring_v
     Key = Element;
 }
 
-void SetInnerNode(DesignTree& Tree, std::wstring_view Caption, std::wstring& Key,
-                  std::optional<std::int32_t> Relationship) {
+bool SetInnerNode(DesignTree& Tree, std::wstring_view Caption, std::wstring& Key,
+                  std::optional<std::int32_t> Relationship, LeafKeys Keys, std::wstring_view Word) {
     const std::int32_t Stands = Relationship.value_or(relation::kChild);
     const std::wstring Folder = Stands == relation::kChild ? Key : Above(Tree, Key);
-    std::wstring Made = LeafKey(LeafKeys::OfFolder, {}, Folder);
+    std::wstring Made = LeafKey(Keys, Word, Folder);
     Tree.AddNode({.Relative = Key, .Relationship = Stands, .Key = Made, .Text = Caption});
     Key = std::move(Made);
+    return false;
+}
+
+bool SetLeaf(DesignTree& Tree, std::wstring_view Word, std::wstring_view Caption, std::wstring& Key,
+             std::optional<std::int32_t> Relationship) {
+    SetNode(Tree, Word, Caption, Key, Relationship);
+    return false;
 }
 
 }  // namespace kv::vdbShared

@@ -79,9 +79,13 @@ void AddElementNodes(DesignTree& Tree, const ElementShape& Shape, std::wstring_v
                      std::optional<std::int32_t> Relationship);
 
 /// The leaf of an inner list: below the folder whose key `Key` holds, or in `Relationship` to the node of
-/// that key; its own key is that of its folder, a blank and an id.
-void SetInnerNode(DesignTree& Tree, std::wstring_view Caption, std::wstring& Key,
-                  std::optional<std::int32_t> Relationship);
+/// that key; its own key is that of its folder (or the section word), a blank and an id.
+[[nodiscard]] bool SetInnerNode(DesignTree& Tree, std::wstring_view Caption, std::wstring& Key,
+                                std::optional<std::int32_t> Relationship, LeafKeys Keys = LeafKeys::OfFolder,
+                                std::wstring_view Word = {});
+/// SetNode as a row of a table calls it.
+[[nodiscard]] bool SetLeaf(DesignTree& Tree, std::wstring_view Word, std::wstring_view Caption,
+                           std::wstring& Key, std::optional<std::int32_t> Relationship);
 
 /// The captions of a list, in order.
 template <class List, class Caption>
@@ -93,6 +97,8 @@ std::vector<std::wstring> CaptionsOf(const List& Elements, Caption&& Of) {
 
 }  // namespace vdbShared
 
+/// Where a new element goes: to the end, or behind the selected one where an element is selected.
+enum class NewAt { End, BehindSelected };
 enum class Move : bool { No, Yes };
 enum class Delete : bool { No, Yes };
 
@@ -105,10 +111,14 @@ struct ListSection {
     ParmListBase& (*List)(R&, const Place&);
     /// Adds an element with a fresh id behind place `After`, 0 for the end; answers its place.
     std::int32_t (*New)(R&, const Place&, std::int32_t After);
-    void (*Build)(DesignTree&, R&, const Place&, std::int32_t Index, std::wstring& Key,
+    /// Makes the node of the element at Index: as a child of the folder Word (no Relationship), as a new one
+    /// below the folder whose key Key holds (child), or as a moved one beside the node of that key. True on
+    /// failure.
+    bool (*Build)(DesignTree&, R&, const Place&, std::int32_t Index, std::wstring& Key,
                   std::optional<std::int32_t> Relationship);
-    Move Moves = Move::Yes;
-    Delete Deletes = Delete::Yes;
+    NewAt Place_;
+    Move Moves;
+    Delete Deletes;
 };
 
 /// The row of a section word, null when the item has no such list.
@@ -135,25 +145,37 @@ std::int32_t NewElement(ParmList<T>& Elements, std::int32_t After, T Fresh = {})
 
 /// Loads the folders of a list section: a node for each element.
 template <class R>
-void BuildAll(DesignTree& Tree, R& Record, const ListSection<R>& Section) {
+[[nodiscard]] bool BuildAll(DesignTree& Tree, R& Record, const ListSection<R>& Section) {
     const std::int32_t Count = Section.List(Record, {}).Count();
     for (std::int32_t I = 1; I <= Count; ++I) {
         std::wstring Key;
-        Section.Build(Tree, Record, {}, I, Key, {});
+        if (Section.Build(Tree, Record, {}, I, Key, {})) return true;
     }
+    return false;
+}
+/// The same for the lists that hang on the record itself, in the order of the table.
+template <class R, class Rows>
+[[nodiscard]] bool BuildLists(DesignTree& Tree, R& Record, const Rows& Sections) {
+    for (const ListSection<R>& Section : Sections)
+        if (Section.Owners == 0 && BuildAll(Tree, Record, Section)) return true;
+    return false;
 }
 
 /// EditData of a list section: a new element at the end of the list, its node the last below the section's
 /// folder.
 template <class R>
-void AddElement(DesignTree& Tree, R& Record, const ListSection<R>& Section, const Head& At,
-                std::wstring& NewItemKey) {
+[[nodiscard]] bool AddElement(DesignTree& Tree, R& Record, const ListSection<R>& Section, const Head& At,
+                              std::wstring& NewItemKey) {
     const Place Owners = PlaceOf(Tree, At, Section.Owners, Self::No);
-    std::wstring Key = FolderOf(Tree, At);
-    const std::int32_t Index = Section.New(Record, Owners, 0);
-    Section.Build(Tree, Record, Owners, Index, Key, relation::kChild);
+    const std::wstring Folder = FolderOf(Tree, At);
+    const bool Behind = Section.Place_ == NewAt::BehindSelected && At.CurrItem != Folder;
+    std::wstring Key = Behind ? At.CurrItem : Folder;
+    const std::int32_t Index = Section.New(Record, Owners, Behind ? Tree.NodeId(At.CurrItem) : 0);
+    if (Section.Build(Tree, Record, Owners, Index, Key, Behind ? relation::kAfter : relation::kChild))
+        return true;
     NewItemKey = std::move(Key);
     Tree.MarkModified(true);
+    return false;
 }
 
 /// MoveData of a list section. A folder does not move: success, nothing done. True when there is nowhere to
@@ -165,7 +187,7 @@ template <class R>
     const Place Owners = PlaceOf(Tree, At, Section.Owners, Self::No);
     return MoveElement(Tree, Section.List(Record, Owners), At, Direction,
                        [&](std::int32_t Index, std::wstring& Key, std::int32_t Relationship) {
-                           Section.Build(Tree, Record, Owners, Index, Key, Relationship);
+                           return Section.Build(Tree, Record, Owners, Index, Key, Relationship);
                        });
 }
 

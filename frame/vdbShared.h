@@ -71,7 +71,7 @@ template <class Builder>
     std::wstring Key;
     std::int32_t NewIndex = 0;
     if (Tree.MoveListItem(List, Direction, Key, NewIndex)) return true;
-    Rebuild(NewIndex, Key, Direction > 0 ? relation::kBefore : relation::kAfter);
+    if (Rebuild(NewIndex, Key, Direction > 0 ? relation::kBefore : relation::kAfter)) return true;
     At.CurrItem = Key;
     Tree.SelectNode(Key);
     Tree.MarkModified(true);

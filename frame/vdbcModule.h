@@ -10,12 +10,24 @@
 
 #include "frame/CoreUtil.h"
 #include "frame/DesignTree.h"
+#include "frame/ListSection.h"
 #include "frame/ParmList.h"
 #include "frame/SectionTable.h"
 #include "frame/StrUtil.h"
 #include "frame/Words.h"
 
 namespace kv {
+
+/// The branch of a button: `COMMANDS-<id>` with the code, below it its parameters "Pulsante" and the list
+/// "ToolTips".
+inline constexpr vdbShared::ElementShape kCommandShape{.Word = L"COMMANDS",
+                                                       .ParmsWord = L"COMMANDPARMS",
+                                                       .ParmsCaption = L"Pulsante",
+                                                       .ParmsLeaf = vdbShared::LeafKeys::OfSection,
+                                                       .InnerWord = L"COMMANDTIPS",
+                                                       .InnerCaption = L"ToolTips",
+                                                       .InnerKind = kind::kSubList,
+                                                       .InnerLeaf = vdbShared::LeafKeys::OfSection};
 
 /// The flag list that goes to ParmEditor: its entry "SYNTAXON" is "True" or "False".
 using SaveFlags = ParmList<std::wstring>;
@@ -171,6 +183,19 @@ std::wstring FilterNode(const Element& Of) {
 template <class Element>
 std::wstring FontNode(const Element& Of) {
     return L"Font: " + Of.Name + L", " + std::to_wstring(Of.Size);
+}
+
+/// Builds the command branch, as a child of "COMMANDS" or in `Relationship` to the node whose key `Key`
+/// holds; Key comes back as that of its folder. True on failure (source "vdbcModule.CommandNodeAdd").
+template <class Command>
+[[nodiscard]] bool CommandNodeAdd(const Command& Record, DesignTree& Tree, std::wstring& Key,
+                                  std::optional<std::int32_t> Relationship = {}) {
+    return Trap(L"vdbcModule.CommandNodeAdd", [&] {
+        const auto Tips =
+            vdbShared::CaptionsOf(Record.ToolTips, [](const auto& Tip) { return MessageNode(Tip); });
+        vdbShared::AddElementNodes(Tree, kCommandShape, Record.Code, Tips, Key, Relationship);
+        return false;
+    });
 }
 
 }  // namespace kv

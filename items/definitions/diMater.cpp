@@ -35,8 +35,9 @@ constexpr ListSection<R> kLists[] = {
      [](R& Record, const Place&, std::int32_t After) { return vdbShared::NewElement(Record.Html, After); },
      [](DesignTree& Tree, R& Record, const Place&, std::int32_t Index, std::wstring& Key,
         std::optional<std::int32_t> Relationship) {
-         vdbShared::SetNode(Tree, kHtml, HtmlNode(Record.Html.Item(Index)), Key, Relationship);
-     }},
+         return vdbShared::SetLeaf(Tree, kHtml, HtmlNode(Record.Html.Item(Index)), Key, Relationship);
+     },
+     NewAt::End, Move::Yes, Delete::Yes},
 };
 
 }  // namespace
@@ -75,7 +76,7 @@ bool diMater::LoadData(RegData& Clsid) {
         if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
         vdbShared::StartPlainTree(Tree(), Clsid);
         vdbShared::AddFolder(Tree(), kHtml, L"HTML", kind::kList);
-        for (const auto& List : kLists) vdbShared::BuildAll(Tree(), Record(), List);
+        if (vdbShared::BuildLists(Tree(), Record(), kLists)) return true;
         return AddChoices(Tree(), kChoices) || HtmlDefaults(Tree(), kHtml);
     });
 }
@@ -100,7 +101,7 @@ bool diMater::ExportData(RegData& Clsid, std::wstring& Buffer) {
 bool diMater::EditData(const Head& At, std::wstring& NewItemKey) {
     return Trap(L"diMater.EditData", [&] {
         if (const auto* const List = FindSection(kLists, At.Key))
-            vdbShared::AddElement(Tree(), Record(), *List, At, NewItemKey);
+            return vdbShared::AddElement(Tree(), Record(), *List, At, NewItemKey);
         return false;
     });
 }

@@ -33,7 +33,7 @@ constexpr vdbShared::ElementShape kMsgShape{.Word = kMessages,
                                             .InnerCaption = L"Messaggi"};
 
 // A message and all that hangs below it.
-void SetMsgNode(DesignTree& Tree, R& Record, const Place&, std::int32_t Index, std::wstring& Key,
+bool SetMsgNode(DesignTree& Tree, R& Record, const Place&, std::int32_t Index, std::wstring& Key,
                 std::optional<std::int32_t> Relationship) {
     const StringItemRecord& Message = Record.Messages.Item(Index);
     vdbShared::AddElementNodes(Tree, kMsgShape, Message.Name,
@@ -59,8 +59,10 @@ constexpr ListSection<R> kLists[] = {
      },
      [](DesignTree& Tree, R& Record, const Place& At, std::int32_t Index, std::wstring& Key,
         std::optional<std::int32_t> Relationship) {
-         vdbShared::SetInnerNode(Tree, MessageNode(TextsOf(Record, At).Item(Index)), Key, Relationship);
-     }},
+         return vdbShared::SetInnerNode(Tree, MessageNode(TextsOf(Record, At).Item(Index)), Key,
+                                        Relationship);
+     },
+     NewAt::End, Move::Yes, Delete::Yes},
 };
 
 }  // namespace
@@ -101,8 +103,7 @@ bool diStringTable::LoadData(RegData& Clsid) {
         if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
         vdbShared::StartTree(Tree(), Clsid);
         vdbShared::AddFolder(Tree(), kMessages, L"Messaggi", kind::kList);
-        vdbShared::BuildAll(Tree(), Record(), kLists[0]);
-        return false;
+        return vdbShared::BuildLists(Tree(), Record(), kLists);
     });
 }
 
@@ -135,7 +136,7 @@ bool diStringTable::ExportData(RegData& Clsid, std::wstring& Buffer) {
 bool diStringTable::EditData(const Head& At, std::wstring& NewItemKey) {
     return Trap(L"diStringTable.EditData", [&] {
         if (const auto* const List = FindSection(kLists, At.Key))
-            vdbShared::AddElement(Tree(), Record(), *List, At, NewItemKey);
+            return vdbShared::AddElement(Tree(), Record(), *List, At, NewItemKey);
         return false;
     });
 }

@@ -239,7 +239,7 @@ constexpr vdbShared::ElementShape kFieldShape{
 
 std::wstring FieldCaption(const F& Field) { return std::to_wstring(Field.Level) + L":" + Field.Name; }
 
-void SetFieldNode(DesignTree& Tree, R& Record, const Place&, std::int32_t Index, std::wstring& Key,
+bool SetFieldNode(DesignTree& Tree, R& Record, const Place&, std::int32_t Index, std::wstring& Key,
                   std::optional<std::int32_t> Relationship) {
     vdbShared::AddElementNodes(Tree, kFieldShape, FieldCaption(Record.Fields.Item(Index)), {}, Key,
                                Relationship);
@@ -248,7 +248,7 @@ void SetFieldNode(DesignTree& Tree, R& Record, const Place&, std::int32_t Index,
 constexpr ListSection<R> kLists[] = {
     {kFields, 0, [](R& Record, const Place&) -> ParmListBase& { return Record.Fields; },
      [](R& Record, const Place&, std::int32_t After) { return vdbShared::NewElement(Record.Fields, After); },
-     SetFieldNode},
+     SetFieldNode, NewAt::BehindSelected, Move::Yes, Delete::Yes},
 };
 
 }  // namespace
@@ -293,7 +293,7 @@ bool diTable::LoadData(RegData& Clsid) {
         vdbShared::AddFolder(Tree(), kParms, vdbShared::kParmsCaption);
         vdbShared::AddLeaf(Tree(), kParms, vdbShared::kParmsCaption);
         vdbShared::AddFolder(Tree(), kFields, L"Campi", kind::kList);
-        for (const auto& List : kLists) vdbShared::BuildAll(Tree(), Record(), List);
+        if (vdbShared::BuildLists(Tree(), Record(), kLists)) return true;
         return AddChoices(Tree(), kChoices);
     });
 }
@@ -320,10 +320,8 @@ bool diTable::ExportData(RegData& Clsid, std::wstring& Buffer) {
 
 bool diTable::EditData(const Head& At, std::wstring& NewItemKey) {
     return Trap(L"diTable.EditData", [&] {
-        if (At.Key == kFields)
-            AddField(At, NewItemKey);
-        else if (At.Key == kParms || At.Key == kFieldParms)
-            vdbShared::AddPlainLeaf(Tree(), At, NewItemKey);
+        if (At.Key == kFields) return AddField(At, NewItemKey);
+        if (At.Key == kParms || At.Key == kFieldParms) vdbShared::AddPlainLeaf(Tree(), At, NewItemKey);
         return false;
     });
 }
@@ -421,7 +419,7 @@ bool diTable::DispFieldParm(std::wstring& Buffer, std::int32_t Index, std::int32
 
 // A new field goes behind the selected one, or last when the folder is selected, and takes its place in the
 // hierarchy from the field it follows.
-void diTable::AddField(const Head& At, std::wstring& NewItemKey) {
+bool diTable::AddField(const Head& At, std::wstring& NewItemKey) {
     ParmList<F>& Fields = Record().Fields;
     const bool Last = At.CurrFolder == At.Key;
     const std::int32_t After = Last ? Fields.Count() : At.Index;
@@ -439,9 +437,11 @@ void diTable::AddField(const Head& At, std::wstring& NewItemKey) {
     }
     const std::int32_t Index = vdbShared::NewElement(Fields, After, std::move(Fresh));
     std::wstring Key = Last ? std::wstring(kFields) : At.CurrItem;
-    SetFieldNode(Tree(), Record(), {}, Index, Key, Last ? relation::kChild : relation::kAfter);
+    if (SetFieldNode(Tree(), Record(), {}, Index, Key, Last ? relation::kChild : relation::kAfter))
+        return true;
     NewItemKey = std::move(Key);
     Tree().MarkModified(true);
+    return false;
 }
 
 }  // namespace kv

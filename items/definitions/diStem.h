@@ -1,0 +1,42 @@
+// The design item of the class STEM.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "frame/iKvTree.h"
+#include "frame/vdbShared.h"
+#include "records/StemRecord.h"
+
+namespace kv {
+
+/// Designs a stem. Sections: PARMS; the lists TITLES, MESSAGE and FONTS; COMMANDS, below each button
+/// COMMANDPARMS and the list COMMANDTIPS; FIELDS, below each field FIELDPARMS and the list FIELDCAPTION.
+class diStem final : public iKvTree {
+  public:
+    [[nodiscard]] bool SaveData(const Head& At, std::wstring& NewItemKey, std::wstring& Buffer,
+                                RegData* ExternalSource) override;
+    [[nodiscard]] bool Save(RegData& Clsid) override;
+    [[nodiscard]] bool MoveData(Head& At, std::int32_t Direction) override;
+    [[nodiscard]] bool LoadData(RegData& Clsid) override;
+    [[nodiscard]] bool GetObjectInfo(std::wstring& Name, std::wstring& Desc, std::int16_t& Version,
+                                     std::wstring& Id) override;
+    [[nodiscard]] bool ExportData(RegData& Clsid, std::wstring& Buffer) override;
+    [[nodiscard]] bool EditData(const Head& At, std::wstring& NewItemKey) override;
+    [[nodiscard]] bool DispData(const Head& At, std::wstring& Buffer, bool ExternalTarget, Positions Item,
+                                std::int32_t Indent) override;
+    [[nodiscard]] bool CopyData(const Head& At, bool Group, ClipItem& DataObj) override;
+    [[nodiscard]] bool DeleteData(const Head& At, bool Group) override;
+
+  private:
+    [[nodiscard]] bool SaveParm(std::wstring& Buffer, bool SyntaxOn);
+    [[nodiscard]] bool DispParm(std::wstring& Buffer, std::int32_t Indent);
+    [[nodiscard]] bool SaveFieldParm(std::wstring& Buffer, std::int32_t Index, bool SyntaxOn);
+    [[nodiscard]] bool DispFieldParm(std::wstring& Buffer, std::int32_t Index, std::int32_t Indent);
+
+    StemRecord& Record() { return vdbShared::Made(Record_); }
+
+    std::unique_ptr<StemRecord> Record_;
+};
+
+}  // namespace kv
