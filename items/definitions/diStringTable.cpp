@@ -39,6 +39,7 @@ bool SetMsgNode(DesignTree& Tree, R& Record, const Place&, std::int32_t Index, s
     vdbShared::AddElementNodes(Tree, kMsgShape, Message.Name,
                                vdbShared::CaptionsOf(Message.Message, MessageNode<ParmItem>), Key,
                                Relationship);
+    return false;
 }
 
 std::int32_t NewMessage(R& Record, const Place&, std::int32_t After) {
@@ -52,7 +53,7 @@ ParmList<ParmItem>& TextsOf(R& Record, const Place& At) { return Record.Messages
 
 constexpr ListSection<R> kLists[] = {
     {kMessages, 0, [](R& Record, const Place&) -> ParmListBase& { return Record.Messages; }, NewMessage,
-     SetMsgNode},
+     SetMsgNode, NewAt::BehindSelected, Move::Yes, Delete::Yes},
     {kMessageTexts, 1, [](R& Record, const Place& At) -> ParmListBase& { return TextsOf(Record, At); },
      [](R& Record, const Place& At, std::int32_t After) {
          return vdbShared::NewElement(TextsOf(Record, At), After);

@@ -243,6 +243,7 @@ bool SetFieldNode(DesignTree& Tree, R& Record, const Place&, std::int32_t Index,
                   std::optional<std::int32_t> Relationship) {
     vdbShared::AddElementNodes(Tree, kFieldShape, FieldCaption(Record.Fields.Item(Index)), {}, Key,
                                Relationship);
+    return false;
 }
 
 constexpr ListSection<R> kLists[] = {
