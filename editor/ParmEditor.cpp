@@ -86,7 +86,6 @@ constexpr SectionRow<X> kImportIndex[] = {
 };
 
 using T = ParmItem;
-constexpr std::array<Word, 2> kScriptLanguages{{{L"VBSCRIPT", 0}, {L"JSCRIPT", 1}}};
 constexpr SectionRow<T> kImportScript[] = {
     {L"NAME=", read::Upper<&T::Name>, write::Quoted<&T::Name>},
     {L"LANG=",

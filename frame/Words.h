@@ -44,11 +44,18 @@ std::wstring JoinSetWords(WordTable Words, std::int32_t Bits);
 /// The same, "NONE" when none is.
 std::wstring JoinWords(WordTable Words, std::int32_t Bits);
 
-/// Choices made of a table: its words in order, alone or with "NONE" in front or behind.
+/// Choices made of a table: its words in order, all of them or but the first, or with "NONE" in front or
+/// behind.
 template <std::size_t N>
 constexpr std::array<std::wstring_view, N> WordsOf(const std::array<Word, N>& Words) {
     std::array<std::wstring_view, N> Choices{};
     for (std::size_t I = 0; I < N; ++I) Choices[I] = Words[I].Text;
+    return Choices;
+}
+template <std::size_t N>
+constexpr std::array<std::wstring_view, N - 1> WordsBehindFirst(const std::array<Word, N>& Words) {
+    std::array<std::wstring_view, N - 1> Choices{};
+    for (std::size_t I = 1; I < N; ++I) Choices[I - 1] = Words[I].Text;
     return Choices;
 }
 template <std::size_t N>

@@ -79,6 +79,12 @@ inline constexpr std::array<Word, 5> kImportFieldActions{{
     {L"SCRIPT", 4},
 }};
 
+/// What a script is written in.
+inline constexpr std::array<Word, 2> kScriptLanguages{{
+    {L"VBSCRIPT", 0},
+    {L"JSCRIPT", 1},
+}};
+
 struct ImportFieldRecord final : Stored<ImportFieldRecord> {
     static constexpr std::wstring_view kClass = L"ImportFieldRecord";
 

@@ -4,7 +4,13 @@
 #include <array>
 #include <utility>
 
+#include "items/definitions/diImportProc.h"
+#include "items/definitions/diMater.h"
 #include "items/definitions/diSort.h"
+#include "items/definitions/diStem.h"
+#include "items/definitions/diStopWord.h"
+#include "items/definitions/diStringTable.h"
+#include "items/definitions/diTable.h"
 #include "items/services/diCatalogue.h"
 #include "items/services/diFilter.h"
 #include "items/services/diImport.h"
@@ -27,8 +33,9 @@ struct ClassRow {
 
 /// The class word ladder; words are compared exactly.
 constexpr ClassRow kClasses[] = {
-    {L"CATALOGUE", Make<diCatalogue>}, {L"FILTER", Make<diFilter>},         {L"IMPORT", Make<diImport>},
-    {L"MEMBER", Make<diMember>},       {L"REPOSITORY", Make<diRepository>}, {L"SORT", Make<diSort>},
+    {L"CATALOGUE", Make<diCatalogue>},   {L"FILTER", Make<diFilter>}, {L"IMPORT", Make<diImport>},
+    {L"IMPORTPROC", Make<diImportProc>}, {L"MATER", Make<diMater>},   {L"MEMBER", Make<diMember>},
+    {L"REPOSITORY", Make<diRepository>}, {L"SORT", Make<diSort>},
 };
 
 constexpr auto kClassWords = [] {

@@ -1,0 +1,366 @@
+#include "items/definitions/diImportProc.h"
+
+#include <utility>
+
+#include "editor/ParmEditor.h"
+#include "frame/ListSection.h"
+#include "frame/TagTools.h"
+#include "frame/vdbcModule.h"
+#include "records/CopiedTable.h"
+
+namespace kv {
+
+using vdbShared::kParms;
+using vdbShared::PlaceOf;
+namespace {
+
+using R = ImportProcRecord;
+
+constexpr std::wstring_view kClassWord = L"IMPORTPROC";
+constexpr std::wstring_view kFields = L"FIELDS";
+constexpr std::wstring_view kFieldParms = L"FIELDPARMS";
+constexpr std::wstring_view kIndexes = L"INDEXES";
+constexpr std::wstring_view kIndexParms = L"INDEXPARMS";
+constexpr std::wstring_view kScripts = L"SCRIPTS";
+constexpr std::wstring_view kScriptParms = L"SCRIPTPARMS";
+constexpr std::wstring_view kTools[] = {L"FINDTAG", L"RENUMTAG", L"MAPTABLE"};
+
+/// Kind of a field that is made from a table.
+constexpr std::int32_t kFromTable = 32;
+
+constexpr auto kFlagChoices = ThenNone(kImportProcFlags);
+constexpr auto kProcTypeChoices = ThenNone(kProcTypes);
+constexpr auto kActionChoices = WordsOf(kImportProcActions);
+constexpr auto kIndexFlagChoices = WordsOf(kImportIndexFlags);
+constexpr auto kFieldFlagChoices = ThenNone(kImportFieldFlags);
+constexpr auto kFieldActionChoices = WordsBehindFirst(kImportFieldActions);
+constexpr auto kScriptChoices = WordsOf(kScriptLanguages);
+
+// A list of libraries, or a file that holds one.
+constexpr std::array<std::wstring_view, 2> kLibraryForms{L"<LIBLIST>", L"@nomefile"};
+// The beginnings of function forms that the operator completes.
+constexpr std::array<std::wstring_view, 7> kKeyForms{L"FIELDS(",   L"DELIMITED(", L"RANGE(", L"WORDS(",
+                                                     L"WORDSIND(", L"FULLTEXT",   L"OLE("};
+
+constexpr Choice kChoices[] = {
+    {kParms, L"FLAGS=", kFlagChoices},
+    {kParms, L"SELECTED=", kBooleanWords},
+    {kParms, L"LOCKED=", kBooleanWords},
+    {kParms, L"INCLUDEDLIB=", kLibraryForms},
+    {kParms, L"EXCLUDEDLIB=", kLibraryForms},
+    {kParms, L"INCLUDEDLIBISBD=", kLibraryForms},
+    {kParms, L"EXCLUDEDLIBISBD=", kLibraryForms},
+    {kParms, L"LIBRARYORDER=", kLibraryForms},
+    {kParms, L"PROCTYPE=", kProcTypeChoices},
+    {kParms, L"ACTION=", kActionChoices},
+    {kIndexParms, L"KEY=", kKeyForms},
+    {kIndexParms, L"FLAGS=", kIndexFlagChoices},
+    {kFieldParms, L"FLAGS=", kFieldFlagChoices},
+    {kFieldParms, L"ACTION=", kFieldActionChoices},
+    {kScriptParms, L"LANG=", kScriptChoices},
+};
+
+constexpr vdbShared::ElementShape kFieldShape{
+    .Word = kFields, .ParmsWord = kFieldParms, .ParmsCaption = L"Parametri"};
+constexpr vdbShared::ElementShape kIndexShape{
+    .Word = kIndexes, .ParmsWord = kIndexParms, .ParmsCaption = L"Parametri"};
+constexpr vdbShared::ElementShape kScriptShape{
+    .Word = kScripts, .ParmsWord = kScriptParms, .ParmsCaption = L"Script"};
+
+template <class Element>
+const std::wstring& CaptionOf(const Element& Of) {
+    if constexpr (requires { Of.Table; })
+        return Of.Table;
+    else
+        return Of.Name;
+}
+
+template <auto Member>
+ParmListBase& ListOf(R& Record, const Place&) {
+    return Record.*Member;
+}
+template <auto Member>
+std::int32_t NewIn(R& Record, const Place&, std::int32_t After) {
+    return vdbShared::NewElement(Record.*Member, After);
+}
+template <auto Member, const vdbShared::ElementShape& Shape>
+bool SetElementNode(DesignTree& Tree, R& Record, const Place&, std::int32_t Index, std::wstring& Key,
+                    std::optional<std::int32_t> Relationship) {
+    vdbShared::AddElementNodes(Tree, Shape, CaptionOf((Record.*Member).Item(Index)), {}, Key, Relationship);
+    return false;
+}
+
+constexpr ListSection<R> kLists[] = {
+    {kFields, 0, ListOf<&R::Fields>, NewIn<&R::Fields>, SetElementNode<&R::Fields, kFieldShape>,
+     NewAt::BehindSelected, Move::Yes, Delete::Yes},
+    {kIndexes, 0, ListOf<&R::Indexes>, NewIn<&R::Indexes>, SetElementNode<&R::Indexes, kIndexShape>,
+     NewAt::BehindSelected, Move::Yes, Delete::Yes},
+    {kScripts, 0, ListOf<&R::Scripts>, NewIn<&R::Scripts>, SetElementNode<&R::Scripts, kScriptShape>,
+     NewAt::BehindSelected, Move::Yes, Delete::Yes},
+};
+
+/// The sections of the elements: which list, and how one of it is read and written.
+struct ElementSection {
+    std::wstring_view Word;
+    std::wstring_view ListWord;
+    bool (*Save)(R&, std::int32_t Index, std::wstring& Buffer, const SaveFlags&);
+    bool (*Disp)(const R&, std::int32_t Index, std::wstring& Buffer, const SaveFlags&);
+    const std::wstring& (*Caption)(const R&, std::int32_t Index);
+};
+
+template <auto Member, auto Save, auto Disp>
+constexpr ElementSection Section(std::wstring_view Word, std::wstring_view ListWord) {
+    return {Word, ListWord,
+            [](R& Record, std::int32_t Index, std::wstring& Buffer, const SaveFlags& Flags) {
+                return Save((Record.*Member).Item(Index), Buffer, Flags);
+            },
+            [](const R& Record, std::int32_t Index, std::wstring& Buffer, const SaveFlags& Flags) {
+                return Disp((Record.*Member).Item(Index), Buffer, Flags);
+            },
+            [](const R& Record, std::int32_t Index) -> const std::wstring& {
+                return CaptionOf((Record.*Member).Item(Index));
+            }};
+}
+
+constexpr ElementSection kElements[] = {
+    Section<&R::Fields, ParmEditor::SaveImportField, ParmEditor::DispImportField>(kFieldParms, kFields),
+    Section<&R::Indexes, ParmEditor::SaveImportIndex, ParmEditor::DispImportIndex>(kIndexParms, kIndexes),
+    Section<&R::Scripts, ParmEditor::SaveImportScript, ParmEditor::DispImportScript>(kScriptParms, kScripts),
+};
+
+[[noreturn]] void BadImport() { Raise(L"Errore nei dati di import."); }
+
+/// The lines of an exported text: trimmed, without their tabs; empty lines and those that begin with "'" are
+/// skipped.
+class ImportReader {
+  public:
+    explicit ImportReader(std::wstring_view Text) : Rest_(Text) {}
+
+    // False at the end of the text.
+    bool Next(std::wstring& Line) {
+        while (!Rest_.empty()) {
+            const std::size_t End = Rest_.find(StrUtil::kLineEnd);
+            Line = Rest_.substr(0, End);
+            Rest_.remove_prefix(End == Rest_.npos ? Rest_.size() : End + StrUtil::kLineEnd.size());
+            std::erase(Line, L'\t');
+            Line = std::wstring(StrUtil::Trim(Line));
+            if (!Line.empty() && Line.front() != L'\'') return true;
+        }
+        return false;
+    }
+
+    // The word of a line "BEGIN <word>" (or "END <word>") in any case, empty for any other line.
+    static std::wstring WordBehind(std::wstring_view Mark, std::wstring_view Line) {
+        const std::wstring Folded = StrUtil::UpperCase(Line);
+        if (Folded.rfind(Mark, 0) != 0) return {};
+        return std::wstring(StrUtil::TrimLeft(std::wstring_view(Folded).substr(Mark.size())));
+    }
+
+    // Gathers the lines up to the one that ends the block, each followed by a line end.
+    std::wstring Block(std::wstring_view Word) {
+        std::wstring Gathered;
+        std::wstring Line;
+        for (;;) {
+            if (!Next(Line)) BadImport();
+            if (WordBehind(L"END ", Line) == Word) return Gathered;
+            Gathered.append(Line).append(StrUtil::kLineEnd);
+        }
+    }
+
+    std::wstring_view Rest() const noexcept { return Rest_; }
+
+  private:
+    std::wstring_view Rest_;
+};
+
+}  // namespace
+
+bool diImportProc::SaveData(const Head& At, std::wstring& NewItemKey, std::wstring& Buffer,
+                            RegData* ExternalSource) {
+    return Trap(L"diImportProc.SaveData", [&] {
+        SaveFlags Flags;
+        if (SetSaveFlags(Flags, Tree().SyntaxOn())) return true;
+        if (At.Key == kParms) return ParmEditor::SaveImportProc(Record(), Buffer, Flags);
+        const auto* const Element = FindSection(kElements, At.Key);
+        if (!Element) return false;
+        // An import brings its elements along; the tree knows nothing of them.
+        if (ExternalSource) {
+            const auto& List = *FindSection(kLists, Element->ListWord);
+            return Element->Save(Record(), List.New(Record(), {}, 0), Buffer, Flags);
+        }
+        const std::int32_t Index = PlaceOf(Tree(), At, 1, Self::No)[0];
+        if (Element->Save(Record(), Index, Buffer, Flags)) return true;
+        vdbShared::ShowCaption(Tree(), Tree().NodeParent(vdbShared::FolderOf(Tree(), At)),
+                               Element->Caption(Record(), Index), NewItemKey);
+        return false;
+    });
+}
+
+bool diImportProc::Save(RegData& Clsid) {
+    return Trap(L"diImportProc.Save", [&] {
+        CheckTags(Record().Fields);
+        return Record().Save(Clsid);
+    });
+}
+
+bool diImportProc::MoveData(Head& At, std::int32_t Direction) {
+    return Trap(L"diImportProc.MoveData", [&] {
+        const auto* const List = FindSection(kLists, At.Key);
+        return List && vdbShared::MoveInSection(Tree(), Record(), *List, At, Direction);
+    });
+}
+
+bool diImportProc::LoadData(RegData& Clsid) {
+    return Trap(L"diImportProc.LoadData", [&] {
+        if (vdbShared::Renewed(Record_).Load(Clsid) || Tree().SetTools(kTools)) return true;
+        vdbShared::StartPlainTree(Tree(), Clsid);
+        vdbShared::AddFolder(Tree(), kFields, L"Campi", kind::kList);
+        vdbShared::AddFolder(Tree(), kIndexes, L"Indici", kind::kList);
+        vdbShared::AddFolder(Tree(), kScripts, L"Scripts", kind::kList);
+        return vdbShared::BuildLists(Tree(), Record(), kLists) || AddChoices(Tree(), kChoices);
+    });
+}
+
+// The text replaces what the object holds; its identity stays the stored object's.
+bool diImportProc::ImportData(RegData& Clsid, std::wstring& Buffer) {
+    return Trap(L"diImportProc.ImportData", [&] {
+        const RegObject& Stored = Clsid.Read();
+        R& Fresh = vdbShared::Renewed(Record_);
+        Fresh.Id = Stored.Id;
+        Fresh.Name = Stored.Name;
+        Fresh.Desc = Stored.Desc;
+        Fresh.Version = Stored.Version;
+        ImportReader Outer(Buffer);
+        std::wstring Line;
+        if (!Outer.Next(Line) || ImportReader::WordBehind(L"BEGIN ", Line) != kClassWord) BadImport();
+        std::wstring Gathered = Outer.Block(kClassWord);
+        const std::size_t LastFeed = Gathered.rfind(L'\n');
+        if (LastFeed == std::wstring::npos) BadImport();
+        Gathered.resize(LastFeed - 1);  // without its last line end
+        std::wstring Behind(Outer.Rest());
+        if (ImportSections(Gathered)) return true;
+        Clsid.SetSaving(true);
+        if (Save(Clsid)) return true;
+        Buffer = std::move(Behind);
+        return false;
+    });
+}
+
+bool diImportProc::ImportSections(std::wstring_view Text) {
+    ImportReader Sections(Text);
+    std::wstring Line;
+    // The object itself is no part of the text; that there is one tells SaveData where its elements come
+    // from.
+    MemoryRegData Imported(kClassWord);
+    for (std::int32_t Index = 1; Sections.Next(Line); ++Index) {
+        const std::wstring Word = ImportReader::WordBehind(L"BEGIN ", Line);
+        if (Word.empty()) BadImport();
+        std::wstring Section = Sections.Block(Word);
+        std::wstring NewItemKey;
+        if (SaveData({.Index = Index, .Key = Word}, NewItemKey, Section, &Imported)) return true;
+    }
+    return false;
+}
+
+bool diImportProc::GetObjectInfo(std::wstring& Name, std::wstring& Desc, std::int16_t& Version,
+                                 std::wstring& Id) {
+    return Trap(L"diImportProc.GetObjectInfo", [&] {
+        vdbShared::ObjectInfo(Record(), Name, Desc, Version, Id);
+        return false;
+    });
+}
+
+bool diImportProc::ExportData(RegData& Clsid, std::wstring& Buffer) {
+    return Trap(L"diImportProc.ExportData", [&] {
+        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        return vdbShared::WrapSection(Buffer, kClassWord, true, 0, [&] {
+            if (DispData(vdbShared::ExportHead(kParms), Buffer, true, {}, 1)) return true;
+            for (const ElementSection& Element : kElements) {
+                const std::int32_t Count = FindSection(kLists, Element.ListWord)->List(Record(), {}).Count();
+                for (std::int32_t I = 1; I <= Count; ++I)
+                    if (DispData(vdbShared::ExportHead(Element.Word), Buffer, true, {&I, 1}, 1)) return true;
+            }
+            return false;
+        });
+    });
+}
+
+bool diImportProc::EditData(const Head& At, std::wstring& NewItemKey) {
+    return Trap(L"diImportProc.EditData", [&] {
+        if (const auto* const List = FindSection(kLists, At.Key))
+            return vdbShared::AddElement(Tree(), Record(), *List, At, NewItemKey);
+        if (At.Key == kParms || FindSection(kElements, At.Key))
+            vdbShared::AddPlainLeaf(Tree(), At, NewItemKey);
+        return false;
+    });
+}
+
+bool diImportProc::DispData(const Head& At, std::wstring& Buffer, bool ExternalTarget, Positions Item,
+                            std::int32_t) {
+    return Trap(L"diImportProc.DispData", [&] {
+        SaveFlags Flags;
+        if (SetSaveFlags(Flags, Tree().SyntaxOn())) return true;
+        return vdbShared::WrapSection(Buffer, At.Key, ExternalTarget, 0, [&] {
+            if (At.Key == kParms) return ParmEditor::DispImportProc(Record(), Buffer, Flags);
+            const auto* const Element = FindSection(kElements, At.Key);
+            return Element &&
+                   Element->Disp(Record(), PlaceOf(Tree(), At, 1, Self::No, Item)[0], Buffer, Flags);
+        });
+    });
+}
+
+bool diImportProc::TlbrButtonClick(const std::wstring& Method, const std::wstring&, const std::wstring&,
+                                   const std::wstring&) {
+    const bool Failed = Trap(L"diImportProc.TlbrButtonClick", [&] {
+        if (Method == L"MAPTABLE") return MapTable();
+        const TagFields Fields = TagFieldsOf(Record().Fields);
+        if (Method == L"FINDTAG") return FindFreeTags(kClassWord, Fields);
+        if (Method == L"RENUMTAG") {
+            bool Changed = false;
+            if (RenumTags(kClassWord, Fields, Changed)) return true;
+            if (Changed) Tree().MarkModified(true);
+        }
+        return false;
+    });
+    if (Failed) CoreUtil::Instance().ShowLastError();
+    return Failed;
+}
+
+bool diImportProc::MapTable() {
+    return Trap(L"diImportProc.MapTable", [&] {
+        TableRecord Table;
+        if (LoadCopiedTable(Table)) return false;
+        if (Table.Fields.Count() == 0) Raise(L"L'oggetto nella clipboard non ha campi o non è una TABLE.");
+        bool Remove = false;
+        if (!ConfirmMapping(Record().Fields.Count() > 0, Remove)) return false;
+        ParmList<ImportFieldRecord> Made;
+        for (std::int32_t I = 1; I <= Table.Fields.Count(); ++I) {
+            const FieldRecord& Source = Table.Fields.Item(I);
+            ImportFieldRecord Field;
+            Field.Kind = kFromTable;
+            Field.Id = Source.Id;
+            Field.Name = Source.Name;
+            Field.Tag = Source.Tag;
+            Made.Add(std::move(Field));
+        }
+        if (Remove) Record().Fields.Clear();
+        for (std::int32_t I = 1; I <= Made.Count(); ++I) Record().Fields.Add(std::move(Made.Item(I)));
+        Tree().MarkModified(true);
+        TellMapped();
+        return false;
+    });
+}
+
+bool diImportProc::CopyData(const Head&, bool, ClipItem& DataObj) {
+    return Trap(L"diImportProc.CopyData", [&] { return vdbShared::CopyTo(*this, DataObj); });
+}
+
+bool diImportProc::DeleteData(const Head& At, bool Group) {
+    return Trap(L"diImportProc.DeleteData", [&] {
+        if (const auto* const List = FindSection(kLists, At.Key))
+            vdbShared::DeleteInSection(Tree(), Record(), *List, At, Group);
+        return false;
+    });
+}
+
+}  // namespace kv
