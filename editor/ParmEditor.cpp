@@ -2,12 +2,10 @@
 
 #include <array>
 
-#include "frame/SectionTable.h"
+#include "records/Sections.h"
 
 namespace kv::ParmEditor {
 namespace {
-
-constexpr std::array<Word, 0> kNoFlagWords{};
 
 template <class C>
 constexpr SectionRow<C> kCatalogue[] = {
@@ -19,7 +17,7 @@ constexpr SectionRow<C> kCatalogue[] = {
     {L"PATH=", read::Text<&C::Path>, write::Quoted<&C::Path>},
     {L"HELP=", read::Upper<&C::Help>, write::Quoted<&C::Help>},
     {L"HELPWWW=", read::Upper<&C::HelpWww>, write::Quoted<&C::HelpWww>},
-    {L"FLAGS=", read::Flags<&C::Flags, kNoFlagWords>, write::Flags<&C::Flags, kNoFlagWords>},
+    {L"FLAGS=", read::Flags<&C::Flags, kNoWords>, write::Flags<&C::Flags, kNoWords>},
     {L"MIRROROF=", read::Text<&C::MirrorOf>, write::Quoted<&C::MirrorOf>},
 };
 
@@ -30,7 +28,7 @@ constexpr SectionRow<F> kFilter[] = {
     {L"AUTOMATIC=", read::BoolOrIgnore<&F::Automatic>, write::Bool<&F::Automatic>},
     {L"MERGEWITH=", read::OneWord<&F::MergeWith, kMergeWords>, write::OneWord<&F::MergeWith, kMergeWords>},
     {L"HELP=", read::Upper<&F::Help>, write::Quoted<&F::Help>},
-    {L"FLAGS=", read::Flags<&F::Flags, kNoFlagWords>, write::Flags<&F::Flags, kNoFlagWords>},
+    {L"FLAGS=", read::Flags<&F::Flags, kNoWords>, write::Flags<&F::Flags, kNoWords>},
     {L"MIRROROF=", read::Text<&F::MirrorOf>, write::Quoted<&F::MirrorOf>},
 };
 
@@ -133,54 +131,41 @@ constexpr SectionRow<B> kCommand[] = {
     {L"VISIBLE=", read::BoolOrIgnore<&B::Visible>, write::Bool<&B::Visible>},
 };
 
-/// A check of the whole section at the end of its text, in strict mode.
-template <class Record>
-using FinalCheck = void (*)(const Record&);
-
-template <class Record>
-void NoCheck(const Record&) {}
-
 template <class Element>
 void NeedsLanguage(const Element& Read) {
     if (Read.Language.empty()) Raise(L"Non è stato specificato un codice LANG valido.");
 }
 
-template <class Record, class Rows>
-bool SaveSection(std::wstring_view Source, const Rows& Table, Record& Into, std::wstring_view Buffer,
-                 const SaveFlags& Flags, FinalCheck<Record> Check = NoCheck<Record>) {
-    SectionText Text(Buffer);
-    return Trap(Source, Text, [&] {
-        Record Scratch;
-        Into.CopyTo(Scratch, false, false, true);
-        ClearParmCheck();
-        const bool Strict = StrictFlag(Flags);
-        if (ReadLadder(Text, Table, Scratch, Strict)) return true;
-        if (Strict) Check(Scratch);
-        std::move(Scratch).CopyTo(Into, true, false, false);
-        return false;
+// A section by its table; `Check` looks at the whole of it in strict mode.
+template <class Record, class Rows, class Check>
+bool Save(std::wstring_view Source, const Rows& Table, Record& Into, std::wstring_view Buffer,
+          const SaveFlags& Flags, Check&& AtEnd) {
+    const bool Strict = StrictFlag(Flags);
+    return SaveSection(Source, Table, Into, Buffer, Strict, [&](const Record& Read) {
+        if (Strict) AtEnd(Read);
     });
+}
+template <class Record, class Rows>
+bool Save(std::wstring_view Source, const Rows& Table, Record& Into, std::wstring_view Buffer,
+          const SaveFlags& Flags) {
+    return SaveSection(Source, Table, Into, Buffer, StrictFlag(Flags));
 }
 
 // The sections here stand at the left margin: those who render through ParmEditor pass no indent.
 template <class Record, class Rows>
-bool DispSection(std::wstring_view Source, const Rows& Table, const Record& From, std::wstring& Buffer) {
-    return Trap(Source, [&] {
-        LineWriter Out{Buffer, 0};
-        if (WriteLines(Out, Table, From)) return true;
-        DispHeader(Buffer, From, 0);
-        return false;
-    });
+bool Disp(std::wstring_view Source, const Rows& Table, const Record& From, std::wstring& Buffer) {
+    return DispSection(Source, Table, From, Buffer, 0);
 }
 
 }  // namespace
 
 template <class Record>
 bool SaveCatalogue(Record& Into, std::wstring& Buffer, const SaveFlags& Flags) {
-    return SaveSection(L"ParmEditor.SaveCatalogue", kCatalogue<Record>, Into, Buffer, Flags);
+    return Save(L"ParmEditor.SaveCatalogue", kCatalogue<Record>, Into, Buffer, Flags);
 }
 template <class Record>
 bool DispCatalogue(const Record& From, std::wstring& Buffer, const SaveFlags&) {
-    return DispSection(L"ParmEditor.DispCatalogue", kCatalogue<Record>, From, Buffer);
+    return Disp(L"ParmEditor.DispCatalogue", kCatalogue<Record>, From, Buffer);
 }
 template bool SaveCatalogue(CatalogueRecord&, std::wstring&, const SaveFlags&);
 template bool SaveCatalogue(ImportRecord&, std::wstring&, const SaveFlags&);
@@ -188,80 +173,80 @@ template bool DispCatalogue(const CatalogueRecord&, std::wstring&, const SaveFla
 template bool DispCatalogue(const ImportRecord&, std::wstring&, const SaveFlags&);
 
 bool SaveFilter(FilterRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
-    return SaveSection(L"ParmEditor.SaveFilter", kFilter, Into, Buffer, Flags);
+    return Save(L"ParmEditor.SaveFilter", kFilter, Into, Buffer, Flags);
 }
 bool DispFilter(const FilterRecord& From, std::wstring& Buffer, const SaveFlags&) {
-    return DispSection(L"ParmEditor.DispFilter", kFilter, From, Buffer);
+    return Disp(L"ParmEditor.DispFilter", kFilter, From, Buffer);
 }
 
 bool SaveImport(ImportRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
-    return SaveSection(L"ParmEditor.SaveImport", kImport, Into, Buffer, Flags);
+    return Save(L"ParmEditor.SaveImport", kImport, Into, Buffer, Flags);
 }
 bool DispImport(const ImportRecord& From, std::wstring& Buffer, const SaveFlags&) {
-    return DispSection(L"ParmEditor.DispImport", kImport, From, Buffer);
+    return Disp(L"ParmEditor.DispImport", kImport, From, Buffer);
 }
 
 bool SaveImportProc(ImportProcRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
-    return SaveSection(L"ParmEditor.SaveImportProc", kImportProc, Into, Buffer, Flags);
+    return Save(L"ParmEditor.SaveImportProc", kImportProc, Into, Buffer, Flags);
 }
 bool DispImportProc(const ImportProcRecord& From, std::wstring& Buffer, const SaveFlags&) {
-    return DispSection(L"ParmEditor.DispImportProc", kImportProc, From, Buffer);
+    return Disp(L"ParmEditor.DispImportProc", kImportProc, From, Buffer);
 }
 
 bool SaveImportScript(ParmItem& Into, std::wstring& Buffer, const SaveFlags& Flags) {
-    return SaveSection(L"ParmEditor.SaveImportScript", kImportScript, Into, Buffer, Flags);
+    return Save(L"ParmEditor.SaveImportScript", kImportScript, Into, Buffer, Flags);
 }
 bool DispImportScript(const ParmItem& From, std::wstring& Buffer, const SaveFlags&) {
-    return DispSection(L"ParmEditor.DispImportScript", kImportScript, From, Buffer);
+    return Disp(L"ParmEditor.DispImportScript", kImportScript, From, Buffer);
 }
 
 bool SaveImportIndex(ImportIndexRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
-    return SaveSection(L"ParmEditor.SaveImportIndex", kImportIndex, Into, Buffer, Flags);
+    return Save(L"ParmEditor.SaveImportIndex", kImportIndex, Into, Buffer, Flags);
 }
 bool DispImportIndex(const ImportIndexRecord& From, std::wstring& Buffer, const SaveFlags&) {
-    return DispSection(L"ParmEditor.DispImportIndex", kImportIndex, From, Buffer);
+    return Disp(L"ParmEditor.DispImportIndex", kImportIndex, From, Buffer);
 }
 
 bool SaveImportField(ImportFieldRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
-    return SaveSection(L"ParmEditor.SaveImportField", kImportField, Into, Buffer, Flags);
+    return Save(L"ParmEditor.SaveImportField", kImportField, Into, Buffer, Flags);
 }
 bool DispImportField(const ImportFieldRecord& From, std::wstring& Buffer, const SaveFlags&) {
-    return DispSection(L"ParmEditor.DispImportField", kImportField, From, Buffer);
+    return Disp(L"ParmEditor.DispImportField", kImportField, From, Buffer);
 }
 
 bool SaveCaption(ParmItem& Into, std::wstring& Buffer, const SaveFlags& Flags) {
-    return SaveSection(L"ParmEditor.SaveCaption", kText, Into, Buffer, Flags, NeedsLanguage<ParmItem>);
+    return Save(L"ParmEditor.SaveCaption", kText, Into, Buffer, Flags, NeedsLanguage<ParmItem>);
 }
 bool DispCaption(const ParmItem& From, std::wstring& Buffer, const SaveFlags&) {
-    return DispSection(L"ParmEditor.DispCaption", kText, From, Buffer);
+    return Disp(L"ParmEditor.DispCaption", kText, From, Buffer);
 }
 
 bool SaveTitle(ParmItem& Into, std::wstring& Buffer, const SaveFlags& Flags) {
-    return SaveSection(L"ParmEditor.SaveTitle", kText, Into, Buffer, Flags, NeedsLanguage<ParmItem>);
+    return Save(L"ParmEditor.SaveTitle", kText, Into, Buffer, Flags, NeedsLanguage<ParmItem>);
 }
 bool DispTitle(const ParmItem& From, std::wstring& Buffer, const SaveFlags&) {
-    return DispSection(L"ParmEditor.DispTitle", kText, From, Buffer);
+    return Disp(L"ParmEditor.DispTitle", kText, From, Buffer);
 }
 
 bool SaveHtml(HtmlRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
-    return SaveSection(L"ParmEditor.SaveHtml", kHtml, Into, Buffer, Flags, NeedsLanguage<HtmlRecord>);
+    return Save(L"ParmEditor.SaveHtml", kHtml, Into, Buffer, Flags, NeedsLanguage<HtmlRecord>);
 }
 bool DispHtml(const HtmlRecord& From, std::wstring& Buffer, const SaveFlags&) {
-    return DispSection(L"ParmEditor.DispHtml", kHtml, From, Buffer);
+    return Disp(L"ParmEditor.DispHtml", kHtml, From, Buffer);
 }
 
 bool SaveFont(FontRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
-    return SaveSection(L"ParmEditor.SaveFont", kFont, Into, Buffer, Flags);
+    return Save(L"ParmEditor.SaveFont", kFont, Into, Buffer, Flags);
 }
 bool DispFont(const FontRecord& From, std::wstring& Buffer, const SaveFlags&) {
-    return DispSection(L"ParmEditor.DispFont", kFont, From, Buffer);
+    return Disp(L"ParmEditor.DispFont", kFont, From, Buffer);
 }
 
 bool SaveCommand(CommandRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
-    return SaveSection(L"ParmEditor.SaveCommand", kCommand, Into, Buffer, Flags);
+    return Save(L"ParmEditor.SaveCommand", kCommand, Into, Buffer, Flags);
 }
 bool DispCommand(const CommandRecord& From, std::wstring& Buffer, const SaveFlags&) {
-    return DispSection(L"ParmEditor.DispCommand", kCommand, From, Buffer);
+    return Disp(L"ParmEditor.DispCommand", kCommand, From, Buffer);
 }
 
 }  // namespace kv::ParmEditor

@@ -1,7 +1,7 @@
 #include "frame/CoreUtil.h"
 
-#include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace kv {
 namespace {
@@ -57,17 +57,20 @@ bool CoreUtil::ReportError(const KvError& Error, std::int32_t Flags) noexcept {
     try {
         Stored_ = Error;
     } catch (...) {
-        Empty(Stored_);
-        KeepOutOfMemory();
+        KeepOutOfMemory({});
     }
     return true;
 }
 
-void CoreUtil::KeepOutOfMemory() noexcept {
-    // Fits what is left of the reserved room; if even that is gone the number alone tells.
+void CoreUtil::KeepOutOfMemory(std::wstring_view Source) noexcept {
+    Empty(Pending_);
+    Empty(Stored_);
+    StoredFlags_ = 0;
     Stored_.Number = fault::kOutOfMemory;
-    constexpr std::wstring_view kText = L"Memoria esaurita";
-    if (Stored_.Description.capacity() >= kText.size()) Stored_.Description.assign(kText);
+    // If even the room kept beforehand is gone the number alone tells.
+    const std::wstring_view Text = detail::TextOfFault(fault::kOutOfMemory);
+    if (Stored_.Description.capacity() >= Text.size()) Stored_.Description.assign(Text);
+    if (Stored_.Source.capacity() >= Source.size()) Stored_.Source.assign(Source);
 }
 
 void CoreUtil::NoteLine(std::int32_t Line) noexcept {
@@ -76,12 +79,18 @@ void CoreUtil::NoteLine(std::int32_t Line) noexcept {
 
 void CoreUtil::ShowLastError() noexcept {
     if (Stored_.Empty()) return;
+    // The store is empty while the operator reads: what is reported meanwhile is an error of its own.
+    KvError Shown;
+    std::swap(Shown, Stored_);
+    StoredFlags_ = 0;
     try {
-        Platform_->ShowError(Stored_);
+        Platform_->ShowError(Shown);
     } catch (...) {
         // A door that fails can't be told about it; the operation has answered True already.
     }
-    ForgetError();
+    if (!Stored_.Empty()) return;
+    std::swap(Shown, Stored_);  // the room kept for reporting comes back
+    Empty(Stored_);
 }
 
 void CoreUtil::FetchLastError(std::int32_t& Number, std::wstring& Source, std::wstring& Description,
@@ -111,9 +120,15 @@ std::wstring CoreUtil::ProgramFolder() { return Closed(Platform_->ProgramFolder(
 std::wstring CoreUtil::TempFolder() { return Closed(Platform_->TempFolder()); }
 
 bool CoreUtil::FileExists(const std::wstring& Path) const noexcept {
+    std::filesystem::path File;
+    std::error_code Ignored;
+    return ToPath(Path, File) && std::filesystem::exists(File, Ignored);
+}
+
+bool CoreUtil::ToPath(const std::wstring& Text, std::filesystem::path& Path) noexcept {
     try {
-        std::error_code Ignored;
-        return std::filesystem::exists(std::filesystem::path(Path), Ignored);
+        Path = std::filesystem::path(Text);
+        return true;
     } catch (...) {
         return false;
     }

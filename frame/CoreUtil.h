@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -46,6 +47,8 @@ class CoreUtil {
     KvError& Pending() noexcept { return Pending_; }
     /// Keeps an error with the flags it came with; answers True.
     bool ReportError(const KvError& Error, std::int32_t Flags) noexcept;
+    /// Keeps an out-of-memory fault of the procedure `Source`, in room kept for it; clears the pending error.
+    void KeepOutOfMemory(std::wstring_view Source) noexcept;
     /// Remembers the line at which a parser stopped, if the stored error has none and is not empty.
     void NoteLine(std::int32_t Line) noexcept;
     /// The last error reported and its flags; empty when none waits.
@@ -67,13 +70,14 @@ class CoreUtil {
     std::wstring ProgramFolder();
     std::wstring TempFolder();
     bool FileExists(const std::wstring& Path) const noexcept;
+    /// The path as the system takes it; False when the text can't be one.
+    static bool ToPath(const std::wstring& Text, std::filesystem::path& Path) noexcept;
 
     /// Takes the given characters off the end of the text.
     static void TrimEnd(std::wstring& Text, std::wstring_view Chars) noexcept;
 
   private:
     CoreUtil();
-    void KeepOutOfMemory() noexcept;
 
     SilentPlatform Silent_;
     Platform* Platform_ = &Silent_;

@@ -35,6 +35,13 @@ inline constexpr std::wstring_view kSubList = L"R";    // a sub-folder with repe
 
 inline constexpr std::wstring_view kRootKey = L"ROOT";
 
+/// Whether a node's key is that of a leaf: the key of a folder never holds a blank.
+constexpr bool IsLeafKey(std::wstring_view Key) noexcept { return Key.find(L' ') != std::wstring_view::npos; }
+/// The section word of a node's key: what stands before the first blank or hyphen.
+constexpr std::wstring_view SectionWord(std::wstring_view Key) noexcept {
+    return Key.substr(0, Key.find_first_of(L" -"));
+}
+
 /// A node as it is added.
 struct NewNode {
     std::optional<std::wstring_view> Relative{};  // absent for the root
@@ -101,6 +108,8 @@ class DesignTree {
     virtual std::wstring NodeParent(std::wstring_view Key) const = 0;
     /// 1-based place of the node among its siblings.
     virtual std::int32_t NodeId(std::wstring_view Key) const = 0;
+    /// Key of the child at a 1-based place, empty when there is none.
+    virtual std::wstring NodeAt(std::wstring_view Folder, std::int32_t Place) const = 0;
     /// Makes another node the selected one.
     virtual void SelectNode(std::wstring_view Key) = 0;
 

@@ -29,11 +29,17 @@ constexpr std::array<FaultText, 10> kFaults{{
     {fault::kKeyTaken, L"La chiave è già associata a un elemento dell'insieme"},
 }};
 
-std::wstring_view TextOfFault(std::int32_t Number) noexcept {
+}  // namespace
+
+std::wstring_view detail::TextOfFault(std::int32_t Number) noexcept {
     const auto At = std::find_if(kFaults.begin(), kFaults.end(),
                                  [&](const FaultText& Fault) { return Fault.Number == Number; });
     return At == kFaults.end() ? std::wstring_view{} : At->Text;
 }
+
+namespace {
+
+using detail::TextOfFault;
 
 void SetPending(std::int32_t Number, std::wstring_view Description) {
     KvError& Pending = CoreUtil::Instance().Pending();
@@ -109,14 +115,8 @@ bool detail::ReportCaught(std::wstring_view Source, const SectionText* Text) noe
         Arguments.Source = Source;
         ReportError(Arguments, Flags);
     } catch (...) {
-        // Only memory can have run out here. The pending error has its room beforehand.
-        KvError& Pending = Core.Pending();
-        Pending.Number = fault::kOutOfMemory;
-        const std::wstring_view Words = TextOfFault(fault::kOutOfMemory);
-        if (Pending.Description.capacity() >= Words.size()) Pending.Description.assign(Words);
-        if (Pending.Source.capacity() >= Source.size()) Pending.Source.assign(Source);
-        Core.ReportError(Pending, 0);
-        SetPending(0, {});
+        // Only memory can have run out here.
+        Core.KeepOutOfMemory(Source);
     }
     return true;
 }

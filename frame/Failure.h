@@ -1,6 +1,7 @@
 // The one road of failures. A check that fails raises; the trap of the procedure hands what was raised to
 // the reporter, which puts it into the error store of CoreUtil; the operation answers True. Nothing else in
-// the core throws on purpose or catches.
+// the core throws on purpose. Besides the trap only those catch that must not fail themselves: the reporter,
+// the showing of an error, the question whether a path names a file.
 #pragma once
 
 #include <cstdint>
@@ -48,7 +49,7 @@ struct KvError {
     bool Empty() const noexcept { return Number == 0 && Description.empty(); }
 };
 
-/// The one exception type of the core. Only Raise throws it, only Trap catches it.
+/// The one exception type of the core. Only Raise throws it.
 class Failure final : public std::exception {
   public:
     explicit Failure(KvError Error) : Error_(std::move(Error)) {}
@@ -93,6 +94,9 @@ struct ErrorArguments {
 bool ReportError(const ErrorArguments& Arguments, std::int32_t& Flags);
 
 namespace detail {
+/// The text of a run-time fault, empty for another number.
+std::wstring_view TextOfFault(std::int32_t Number) noexcept;
+
 /// Turns the exception in flight into the pending error and reports it under `Source`, with the line where
 /// `Text` stands when there is one. Never throws; always answers True.
 bool ReportCaught(std::wstring_view Source, const SectionText* Text) noexcept;

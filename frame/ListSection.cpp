@@ -37,18 +37,11 @@ void AddFolderNode(DesignTree& Tree, std::wstring_view Relative, std::int32_t Re
 
 }  // namespace
 
-std::wstring FolderOf(const DesignTree& Tree, const Head& At) {
-    if (At.CurrItem == At.Key || At.CurrFolder != At.CurrItem) return At.CurrFolder;
-    // A folder is selected that is not the section's own: an element of it, or the folder of an inner list.
-    const std::wstring Parent = Tree.NodeParent(At.CurrItem);
-    return Parent == At.Key ? Parent : At.CurrFolder;
-}
-
 Place PlaceOf(const DesignTree& Tree, const Head& At, std::size_t Owners, Self Leaf, Positions Item) {
     if (!Item.empty()) return Place(Item);
     std::array<std::int32_t, Place::kDeepest> Found{};
     std::size_t Depth = 0;
-    std::wstring Key = FolderOf(Tree, At);
+    std::wstring Key = FolderOf(Tree, At.CurrFolder);
     if (Leaf == Self::Yes) {
         if (At.CurrItem == Key) RaiseFault(fault::kSubscript);  // the folder is selected, and no element
         Found[Depth++] = Tree.NodeId(At.CurrItem);

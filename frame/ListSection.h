@@ -167,7 +167,7 @@ template <class R>
 [[nodiscard]] bool AddElement(DesignTree& Tree, R& Record, const ListSection<R>& Section, const Head& At,
                               std::wstring& NewItemKey) {
     const Place Owners = PlaceOf(Tree, At, Section.Owners, Self::No);
-    const std::wstring Folder = FolderOf(Tree, At);
+    const std::wstring Folder = FolderOf(Tree, At.CurrFolder);
     const bool Behind = Section.Place_ == NewAt::BehindSelected && At.CurrItem != Folder;
     std::wstring Key = Behind ? At.CurrItem : Folder;
     const std::int32_t Index = Section.New(Record, Owners, Behind ? Tree.NodeId(At.CurrItem) : 0);

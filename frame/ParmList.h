@@ -112,11 +112,10 @@ class ParmList final : public ParmListBase {
             std::rotate(At(Target), At(Source), At(Source + 1));
     }
 
-    /// Equal elements in the same order, under the same keys.
+    /// Equal elements in the same order. Keys are not part of what a list holds: they are not stored.
     friend bool operator==(const ParmList& A, const ParmList& B) {
-        return std::equal(
-            A.Entries_.begin(), A.Entries_.end(), B.Entries_.begin(), B.Entries_.end(),
-            [](const Entry& X, const Entry& Y) { return X.Key == Y.Key && *X.Element == *Y.Element; });
+        return std::equal(A.Entries_.begin(), A.Entries_.end(), B.Entries_.begin(), B.Entries_.end(),
+                          [](const Entry& X, const Entry& Y) { return *X.Element == *Y.Element; });
     }
 
   private:

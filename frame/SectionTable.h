@@ -233,7 +233,6 @@ template <auto Member>
 struct LongReader {
     template <class Scratch>
     static void Run(Scratch& Into, Parm& P) {
-        P.Unquote();
         Into.*Member = StrUtil::ToLong(StrUtil::Number(P.Value));
     }
 };
@@ -250,7 +249,7 @@ inline constexpr Row<BoolOrIgnoreReader<Member>> BoolOrIgnore{};
 /// Boolean word; an unknown one is refused in strict mode and counts as true in lax mode.
 template <auto Member>
 inline constexpr Row<BoolOrTrueReader<Member>> BoolOrTrue{};
-/// The numeric value, rounded.
+/// The numeric value as typed, rounded: one in quotes is none and reads as 0.
 template <auto Member>
 inline constexpr Row<LongReader<Member>> Long{};
 /// The numeric value as a byte; beyond it the fault "Overflow".

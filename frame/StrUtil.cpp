@@ -50,8 +50,6 @@ Scanned Scan(std::wstring_view Text) {
     if (Peek() == L'.') {
         if (!Any) Out.Digits.push_back('0');
         Take();
-        Out.Digits.push_back('0');  // so that a point with no digit behind it is a number too
-        Out.Digits.pop_back();
         while (Digit(Peek())) {
             Any = true;
             if (Out.Zero && Peek() == L'0') ++FractionZeros;
@@ -151,8 +149,8 @@ wchar_t FromWindows1252(std::uint8_t Byte) noexcept {
 }
 
 int ToWindows1252(wchar_t Character) noexcept {
-    if (Character >= 0 && (Character < 0x80 || (Character >= 0xA0 && Character <= 0xFF)))
-        return static_cast<int>(Character);
+    const auto Code = static_cast<std::uint32_t>(Character);
+    if (Code < 0x80 || (Code >= 0xA0 && Code <= 0xFF)) return static_cast<int>(Code);
     const auto At = std::find(k80To9F.begin(), k80To9F.end(), Character);
     return At == k80To9F.end() ? -1 : 0x80 + static_cast<int>(At - k80To9F.begin());
 }

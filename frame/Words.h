@@ -18,6 +18,9 @@ struct Word {
 };
 using WordTable = std::span<const Word>;
 
+/// The table of a flag line that knows no word but "NONE".
+inline constexpr std::array<Word, 0> kNoWords{};
+
 inline constexpr std::wstring_view kNone = L"NONE";
 inline constexpr std::array<std::wstring_view, 1> kNoneOnly{kNone};
 /// The two words of a boolean, in the order in which they are offered.

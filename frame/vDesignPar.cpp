@@ -15,9 +15,9 @@ namespace {
 class DuplicateList {
   public:
     void Clear() noexcept {
+        for (const Entry& E : Entries_) Slots_[E.Slot] = 0;  // as many as there were, not as many as fit
         Entries_.clear();
         Letters_.clear();
-        std::fill(Slots_.begin(), Slots_.end(), 0U);
     }
 
     // True when `Keyword` stands in the list already; else it is added as the last.
@@ -38,7 +38,7 @@ class DuplicateList {
                 return true;
             }
         }
-        Entries_.push_back({Begin, Keyword.size(), Hash});
+        Entries_.push_back({Begin, Keyword.size(), Hash, Slot});
         Slots_[Slot] = static_cast<std::uint32_t>(Entries_.size());
         return false;
     }
@@ -52,6 +52,7 @@ class DuplicateList {
         std::size_t Begin;
         std::size_t Length;
         std::uint32_t Hash;
+        std::size_t Slot;
     };
 
     std::wstring_view Text(const Entry& E) const noexcept {
@@ -64,6 +65,7 @@ class DuplicateList {
             std::size_t Slot = Entries_[I].Hash & (Wider.size() - 1);
             while (Wider[Slot] != 0) Slot = (Slot + 1) & (Wider.size() - 1);
             Wider[Slot] = static_cast<std::uint32_t>(I + 1);
+            Entries_[I].Slot = Slot;
         }
         Slots_ = std::move(Wider);
     }
@@ -85,7 +87,7 @@ constexpr bool IsComment(std::wstring_view Line) noexcept {
 }  // namespace
 
 std::wstring_view SectionText::TakeLine() noexcept {
-    ++Line_;
+    if (!Within_) ++Line_;
     const std::size_t End = Rest_.find(StrUtil::kLineEnd);
     const std::wstring_view Line = Rest_.substr(0, End);
     Rest_ = End == std::wstring_view::npos ? std::wstring_view{}

@@ -16,6 +16,9 @@ namespace kv {
 class SectionText {
   public:
     explicit SectionText(std::wstring_view Text) noexcept : Rest_(StrUtil::TrimLeft(Text)) {}
+    /// A text that is itself part of line `Within` of another: that is the line it reports.
+    SectionText(std::wstring_view Text, std::int32_t Within) noexcept
+        : Rest_(StrUtil::TrimLeft(Text)), Line_(Within), Within_(true) {}
 
     /// Whether the text is used up.
     bool Empty() const noexcept { return Rest_.empty(); }
@@ -33,6 +36,7 @@ class SectionText {
 
     std::wstring_view Rest_;
     std::int32_t Line_ = 0;
+    bool Within_ = false;
     std::wstring Keyword_;  // holds a keyword that blanks part from its "="
 };
 

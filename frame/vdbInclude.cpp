@@ -132,6 +132,7 @@ void FileNumber::Write(std::string_view Bytes) {
         Stream_.clear();
         RaiseFault(fault::kFileAccess);
     }
+    if (Appends_) Place_ = Length_ + 1;  // whatever the place, the bytes go behind the end
     Place_ += static_cast<std::int64_t>(Bytes.size());
     Length_ = std::max(Length_, Place_ - 1);
 }
@@ -143,7 +144,8 @@ std::int32_t OpenFile(const std::wstring& Path, std::int32_t Mode, std::int32_t 
     CloseFile(Number);
     if (Share != 0 && Share != 16 && Share != 32 && Share != 48 && Share != 64) return fault::kInvalidCall;
 
-    const fs::path File(Path);
+    fs::path File;
+    if (!CoreUtil::ToPath(Path, File)) return fault::kFileAccess;
     std::error_code Refused;
     const bool Exists = fs::exists(File, Refused);
     bool Truncate = false;
@@ -194,6 +196,7 @@ std::int32_t OpenFile(const std::wstring& Path, std::int32_t Mode, std::int32_t 
         Stream.seekg(0);
         Number.Place_ = 1;
     }
+    Number.Appends_ = !Has(mode::kBinary) && !Has(mode::kRead);
     Number.Stream_ = std::move(Stream);
     Number.RecordLength_ = Has(mode::kRecordLength) ? RecordLength : 512;
     return 0;
@@ -297,11 +300,21 @@ bool ClipboardStore(const RegObject& Source, std::wstring& Path) {
         AppendLong(Bytes, 1);                                                    // one entry
         AppendLong(Bytes, static_cast<std::int64_t>(4 + 4 + Entry.size()) + 1);  // the place behind it
         Bytes.append(Entry);
+        // Written beside it first: whoever reads finds the old file or the new one, whole.
+        const std::wstring Beside = Path + L".new";
         FileNumber File;
         const std::int32_t Refused =
-            OpenFile(Path, mode::kBinary | mode::kWrite | mode::kCreate | mode::kTruncate, 0, 0, File);
+            OpenFile(Beside, mode::kBinary | mode::kWrite | mode::kCreate | mode::kTruncate, 0, 0, File);
         if (Refused != 0) Raise(Refused, L"Impossibile creare il file " + Path);
         File.Write(Bytes);
+        CloseFile(File);
+        std::error_code Failed;
+        std::filesystem::rename(std::filesystem::path(Beside), std::filesystem::path(Path), Failed);
+        if (Failed) {
+            std::error_code Ignored;
+            std::filesystem::remove(std::filesystem::path(Beside), Ignored);
+            Raise(fault::kFileAccess, L"Impossibile creare il file " + Path);
+        }
         return false;
     });
 }

@@ -44,6 +44,7 @@ class FileNumber {
     std::int64_t Length_ = 0;
     std::int64_t Place_ = 1;
     std::int32_t RecordLength_ = 0;
+    bool Appends_ = false;
 };
 
 /// Mode bits of OpenFile.
@@ -62,6 +63,7 @@ inline constexpr std::int32_t kBinary = 256;  // else a text file: read with bit
 /// Opens a file. `Share` is 0, 16, 32, 48 or 64, how far others are locked out where the system has such
 /// locks. Answers 0, or the error number: 5 for a mode that makes no sense or any other Share, 53 for a file
 /// that is missing, 58 for one that exists and must not, 75 where the system refuses. `Reserved` is not read.
+/// A mode that is refused leaves the file alone, also with bit 32.
 std::int32_t OpenFile(const std::wstring& Path, std::int32_t Mode, std::int32_t Share, std::int32_t Reserved,
                       FileNumber& Number, std::int32_t RecordLength = 32);
 /// Closes the file if it is open.

@@ -58,15 +58,26 @@ void ShowCaption(DesignTree& Tree, std::wstring_view Key, std::wstring Caption, 
     NewItemKey = std::move(Caption);
 }
 
+std::wstring FolderOf(const DesignTree& Tree, const std::wstring& Key) {
+    std::wstring Above = Tree.NodeParent(Key);
+    return SectionWord(Above) == SectionWord(Key) ? Above : Key;
+}
+
+bool IsElement(const DesignTree& Tree, const Head& At) {
+    return Tree.HasNode(At.CurrItem) && FolderOf(Tree, At.CurrItem) != At.CurrItem;
+}
+
 void DeleteElement(DesignTree& Tree, ParmListBase& Elements, const Head& At, bool Group) {
-    const std::wstring Folder = FolderOf(Tree, At);
+    const std::wstring Folder = FolderOf(Tree, At.CurrFolder);
     if (Group) {
         Tree.RemoveChildren(Folder);
         Elements.Clear();
     } else {
-        if (At.CurrItem == Folder) RaiseFault(fault::kSubscript);  // no element is selected
-        Elements.Remove(At.Index);
-        Tree.RemoveNode(At.CurrItem);
+        const std::int32_t Index = At.Index == 0 && IsElement(Tree, At) ? Tree.NodeId(At.CurrItem) : At.Index;
+        const std::wstring Node = Tree.NodeAt(Folder, Index);
+        if (Node.empty() || Index > Elements.Count()) RaiseFault(fault::kSubscript);
+        Tree.RemoveNode(Node);
+        Elements.Remove(Index);
     }
     Tree.MarkModified(true);
 }

@@ -7,8 +7,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "frame/DesignTree.h"
+#include "frame/Failure.h"
 #include "frame/Identity.h"
 #include "frame/ParmList.h"
 #include "frame/RegData.h"
@@ -28,11 +30,14 @@ Record& Made(std::unique_ptr<Record>& Held) {
     return *Held;
 }
 
-/// A fresh record in place of whatever there was.
+/// Loads the object into a fresh record, which then takes the place of whatever there was. True on failure:
+/// the record is then the one from before.
 template <class Record>
-Record& Renewed(std::unique_ptr<Record>& Held) {
-    Held = std::make_unique<Record>();
-    return *Held;
+[[nodiscard]] bool LoadFresh(std::unique_ptr<Record>& Held, RegData& Clsid) {
+    auto Fresh = std::make_unique<Record>();
+    if (Fresh->Load(Clsid)) return true;
+    Held = std::move(Fresh);
+    return false;
 }
 
 // The tree.
@@ -62,28 +67,43 @@ void ShowCaption(DesignTree& Tree, std::wstring_view Key, std::wstring Caption, 
 
 // Lists.
 
+/// The folder in whose list a node stands, or which it is. A node is an element of the node above it when
+/// both keys have the same section word. Raises for a key that is not in the tree.
+std::wstring FolderOf(const DesignTree& Tree, const std::wstring& Key);
+/// Whether the selected node is an element of a list.
+bool IsElement(const DesignTree& Tree, const Head& At);
+
 /// MoveData of a list section: moves the selected element inside `List`, then has the item build its node
 /// anew through `Rebuild(NewIndex, Key, Relationship)`, where Key holds the neighbour's key and comes back as
-/// the new node's, and hands that back in At.CurrItem. True when there is nowhere to go: nothing has changed.
+/// the new node's (True on failure), and hands that back in At.CurrItem. True when there is nowhere to go:
+/// nothing has changed. A node that could not be built goes back to where it was, and the element with it.
 template <class Builder>
 [[nodiscard]] bool MoveElement(DesignTree& Tree, ParmListBase& List, Head& At, std::int32_t Direction,
                                Builder&& Rebuild) {
-    std::wstring Key;
+    if (!IsElement(Tree, At)) return true;
+    Tree.SelectNode(At.CurrItem);
+    const std::int32_t OldIndex = Tree.NodeId(At.CurrItem);
+    std::wstring Neighbour;
     std::int32_t NewIndex = 0;
-    if (Tree.MoveListItem(List, Direction, Key, NewIndex)) return true;
-    if (Rebuild(NewIndex, Key, Direction > 0 ? relation::kBefore : relation::kAfter)) return true;
+    if (Tree.MoveListItem(List, Direction, Neighbour, NewIndex)) return true;
+    const std::int32_t Forward = Direction > 0 ? relation::kBefore : relation::kAfter;
+    const std::int32_t Back = Direction > 0 ? relation::kAfter : relation::kBefore;
+    std::wstring Key = Neighbour;
+    if (Trap(L"vdbShared.MoveElement", [&] { return Rebuild(NewIndex, Key, Forward); })) {
+        List.Move(NewIndex, OldIndex);
+        Key = Neighbour;
+        static_cast<void>(Trap(L"vdbShared.MoveElement", [&] { return Rebuild(OldIndex, Key, Back); }));
+        return true;
+    }
     At.CurrItem = Key;
     Tree.SelectNode(Key);
     Tree.MarkModified(true);
     return false;
 }
 
-/// The key of the folder in whose list the selected node stands or which it is: an element that is itself a
-/// folder stands in the folder above it.
-std::wstring FolderOf(const DesignTree& Tree, const Head& At);
-
-/// DeleteData of a list section: with `Group` all elements and what hangs below the folder, else the element
-/// at At.Index and its node. An index that is no place of the list raises and changes nothing.
+/// DeleteData of a list section: with `Group` all elements and what hangs below their folder, else the
+/// element at At.Index (without an index, the selected one) and its node. A place that is none of the list
+/// raises and changes nothing.
 void DeleteElement(DesignTree& Tree, ParmListBase& Elements, const Head& At, bool Group);
 
 // Sections.

@@ -1,13 +1,11 @@
 #include "records/RepositoryRecord.h"
 
-#include <array>
+#include "records/Sections.h"
 
 namespace kv {
 namespace {
 
 using R = RepositoryRecord;
-
-constexpr std::array<Word, 0> kFlagWords{};
 
 constexpr SectionRow<R> kParms[] = {
     {L"PATH=", read::Text<&R::Path>, write::Quoted<&R::Path>},
@@ -16,7 +14,7 @@ constexpr SectionRow<R> kParms[] = {
     {L"KEYFIELD=", read::Upper<&R::KeyField>, write::Quoted<&R::KeyField>},
     {L"TEMPPATH=", read::Text<&R::TempPath>, write::Quoted<&R::TempPath>},
     {L"READONLY=", read::BoolOrIgnore<&R::ReadOnly>, write::Bool<&R::ReadOnly>},
-    {L"FLAGS=", read::Flags<&R::Flags, kFlagWords>, write::Flags<&R::Flags, kFlagWords>},
+    {L"FLAGS=", read::Flags<&R::Flags, kNoWords>, write::Flags<&R::Flags, kNoWords>},
     {L"MIRROROF=", read::Text<&R::MirrorOf>, write::Quoted<&R::MirrorOf>},
 };
 
@@ -31,12 +29,7 @@ bool RepositoryRecord::SaveParm(std::wstring_view Buffer, bool SyntaxOn) {
 }
 
 bool RepositoryRecord::DispParm(std::wstring& Buffer, std::int32_t Indent) const {
-    return Trap(L"RepositoryRecord.DispParm", [&] {
-        LineWriter Out{Buffer, Indent};
-        if (WriteLines(Out, kParms, *this)) return true;
-        DispHeader(Buffer, *this, Indent);
-        return false;
-    });
+    return DispSection(L"RepositoryRecord.DispParm", kParms, *this, Buffer, Indent);
 }
 
 }  // namespace kv

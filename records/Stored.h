@@ -17,7 +17,9 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <memory>
@@ -62,6 +64,21 @@ constexpr Property<Member> List(std::wstring_view Name, Member Place) {
 }
 
 namespace detail {
+
+/// `<record>.Load`, `<record>.Save`: made at compile time, since a source must be at hand when memory is not.
+inline constexpr std::wstring_view kLoad = L".Load";
+inline constexpr std::wstring_view kSave = L".Save";
+template <class R, const std::wstring_view& Procedure>
+inline constexpr auto kSourceText = [] {
+    std::array<wchar_t, R::kClass.size() + Procedure.size()> Text{};
+    std::copy(R::kClass.begin(), R::kClass.end(), Text.begin());
+    std::copy(Procedure.begin(), Procedure.end(),
+              Text.begin() + static_cast<std::ptrdiff_t>(R::kClass.size()));
+    return Text;
+}();
+template <class R, const std::wstring_view& Procedure>
+inline constexpr std::wstring_view kSource{kSourceText<R, Procedure>.data(),
+                                           kSourceText<R, Procedure>.size()};
 
 template <class T>
 struct IsParmList : std::false_type {};
@@ -118,7 +135,7 @@ struct Stored : Identity {
     [[nodiscard]] bool Load(RegData& From, std::int32_t Flags = 0, const ParmListBase* Extra = nullptr) {
         static_cast<void>(Flags);
         static_cast<void>(Extra);
-        return Trap(std::wstring(R::kClass) + L".Load", [&] {
+        return Trap(detail::kSource<R, detail::kLoad>, [&] {
             static_cast<R&>(*this) = R{};
             LoadObject(From.Read());
             return false;
@@ -128,7 +145,7 @@ struct Stored : Identity {
     /// Writes the record to the stored object, wholly or not at all. True on failure (source
     /// "<record>.Save").
     [[nodiscard]] bool Save(RegData& To) const {
-        return Trap(std::wstring(R::kClass) + L".Save", [&] {
+        return Trap(detail::kSource<R, detail::kSave>, [&] {
             RegObject Content = SaveObject();
             if (std::wstring Users = To.UserList(); !Users.empty()) Content.UserList = std::move(Users);
             To.Write(std::move(Content));
@@ -139,8 +156,8 @@ struct Stored : Identity {
     /// Copies onto `Target`: identity and header fields always, parameters when `WithParms` and not
     /// `HeaderOnly`, lists when `WithLists` and not HeaderOnly. What does not go over stays in Target as it
     /// is.
-    ///   CopyTo(Scratch, false, false, true)  makes a scratch: its parameters keep their defaults
-    ///   CopyTo(Record, true, false, false)   commits one: the record's lists stay
+    ///   CopyTo(Scratch, false, false, true)  makes a scratch (MakeScratch): its parameters keep their
+    ///   defaults CopyTo(Record, true, false, false)   commits one (Commit): the record's lists stay
     void CopyTo(R& Target, bool WithParms = true, bool WithLists = false, bool HeaderOnly = false) const& {
         Transfer(Self(), Target, WithParms, WithLists, HeaderOnly);
     }
@@ -149,6 +166,15 @@ struct Stored : Identity {
                 bool HeaderOnly = false) && noexcept {
         Transfer(std::move(static_cast<R&>(*this)), Target, WithParms, WithLists, HeaderOnly);
     }
+
+    /// A scratch of this record for a parser: the header has gone over, the parameters are at their defaults.
+    R MakeScratch() const {
+        R Scratch;
+        CopyTo(Scratch, false, false, true);
+        return Scratch;
+    }
+    /// Commits a scratch that is done with onto `Record`, whose lists stay. Cannot fail.
+    void Commit(R& Record) && noexcept { std::move(*this).CopyTo(Record, true, false, false); }
 
     /// The identity or scalar property of that name; nothing for a list or a name that it does not have.
     std::optional<RegValue> ByName(std::wstring_view Wanted) const {
@@ -168,7 +194,7 @@ struct Stored : Identity {
     /// The record as a stored object.
     RegObject SaveObject() const {
         RegObject Out;
-        if (Unknown_) Out = *Unknown_;
+        if (Unknown_) Out = Unknown_->Rest;
         Out.Id = Id;
         Out.Name = Name;
         Out.Desc = Desc;
@@ -182,6 +208,8 @@ struct Stored : Identity {
             if constexpr (detail::IsParmList<std::remove_cvref_t<decltype(Member)>>::value) {
                 RegObject& Child = Out.Children.emplace_back();
                 Child.Name = P.Name;
+                if (Unknown_)
+                    if (const RegObject* Kept = Unknown_->Lists.Child(P.Name)) Child = *Kept;
                 Child.Children.reserve(static_cast<std::size_t>(Member.Count()));
                 for (std::int32_t I = 1; I <= Member.Count(); ++I)
                     Child.Children.push_back(Member.Item(I).SaveObject());
@@ -259,9 +287,18 @@ struct Stored : Identity {
         });
     }
 
-    // Everything of `From` that no property stands for, so that a Save does not lose it.
-    void KeepUnknown(const RegObject& From) {
+    // What a stored object holds beside what the record knows: of the object itself, and of its lists (a
+    // child a list, without the elements).
+    struct UnknownParts {
         RegObject Rest;
+        RegObject Lists;
+
+        bool operator==(const UnknownParts&) const = default;
+    };
+
+    void KeepUnknown(const RegObject& From) {
+        UnknownParts Parts;
+        RegObject& Rest = Parts.Rest;
         Rest.Text = From.Text;
         Rest.Number2 = From.Number2;
         Rest.Number3 = From.Number3;
@@ -271,12 +308,40 @@ struct Stored : Identity {
         Rest.String5 = From.String5;
         for (const RegNamedValue& Entry : From.Values)
             if (!Knows(Entry.Name)) Rest.Values.push_back(Entry);
-        for (const RegObject& Child : From.Children)
-            if (!Knows(Child.Name)) Rest.Children.push_back(Child);
-        Unknown_ = Rest == RegObject{} ? nullptr : std::make_shared<const RegObject>(std::move(Rest));
+        for (const RegObject& Child : From.Children) {
+            if (!Knows(Child.Name) || From.Child(Child.Name) != &Child) {
+                Rest.Children.push_back(Child);
+            } else if (KnowsList(Child.Name)) {
+                RegObject Bare;
+                Bare.Name = Child.Name;
+                const RegObject Plain = Bare;
+                Bare.Text = Child.Text;
+                Bare.Id = Child.Id;
+                Bare.Version = Child.Version;
+                Bare.Desc = Child.Desc;
+                Bare.Number2 = Child.Number2;
+                Bare.Number3 = Child.Number3;
+                Bare.String3 = Child.String3;
+                Bare.String4 = Child.String4;
+                Bare.UserList = Child.UserList;
+                Bare.String5 = Child.String5;
+                Bare.Values = Child.Values;
+                if (!(Bare == Plain)) Parts.Lists.Children.push_back(std::move(Bare));
+            }
+        }
+        Unknown_ = Parts == UnknownParts{} ? nullptr : std::make_shared<const UnknownParts>(std::move(Parts));
     }
 
-    std::shared_ptr<const RegObject> Unknown_;
+    static bool KnowsList(std::wstring_view PropertyName) {
+        bool Known = false;
+        ForEach([&](const auto& P) {
+            using Type = std::remove_cvref_t<decltype(std::declval<R&>().*P.Place)>;
+            Known = Known || (detail::IsParmList<Type>::value && P.Name == PropertyName);
+        });
+        return Known;
+    }
+
+    std::shared_ptr<const UnknownParts> Unknown_;
 };
 
 }  // namespace kv

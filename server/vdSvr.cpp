@@ -32,11 +32,22 @@ struct ClassRow {
 };
 
 /// The class word ladder; words are compared exactly.
+// clang-format off
 constexpr ClassRow kClasses[] = {
-    {L"CATALOGUE", Make<diCatalogue>},   {L"FILTER", Make<diFilter>}, {L"IMPORT", Make<diImport>},
-    {L"IMPORTPROC", Make<diImportProc>}, {L"MATER", Make<diMater>},   {L"MEMBER", Make<diMember>},
-    {L"REPOSITORY", Make<diRepository>}, {L"SORT", Make<diSort>},
+    {L"CATALOGUE", Make<diCatalogue>},
+    {L"FILTER", Make<diFilter>},
+    {L"IMPORT", Make<diImport>},
+    {L"IMPORTPROC", Make<diImportProc>},
+    {L"MATER", Make<diMater>},
+    {L"MEMBER", Make<diMember>},
+    {L"REPOSITORY", Make<diRepository>},
+    {L"SORT", Make<diSort>},
+    {L"STEM", Make<diStem>},
+    {L"STOPWORD", Make<diStopWord>},
+    {L"STRINGTABLE", Make<diStringTable>},
+    {L"TABLE", Make<diTable>},
 };
+// clang-format on
 
 constexpr auto kClassWords = [] {
     std::array<std::wstring_view, std::size(kClasses)> Words;
@@ -153,7 +164,10 @@ bool vdSvr::Import(std::shared_ptr<kv::RegData> RegData, const std::wstring& Cls
 
 void vdSvr::LastError(std::int32_t& Number, std::wstring& Source, std::wstring& Description,
                       std::wstring& HelpFile, std::wstring& HelpContext, std::int32_t& LastDLLError) {
-    CoreUtil::Instance().FetchLastError(Number, Source, Description, HelpFile, HelpContext, LastDLLError);
+    static_cast<void>(Trap(L"vdSvr.LastError", [&] {
+        CoreUtil::Instance().FetchLastError(Number, Source, Description, HelpFile, HelpContext, LastDLLError);
+        return false;
+    }));
 }
 
 void vdSvr::ShutDown() noexcept {

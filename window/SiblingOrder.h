@@ -91,9 +91,10 @@ class SiblingOrder {
         }
     }
 
-    static Node* Next(Node* Of) noexcept {
+    template <class AnyNode>
+    static AnyNode* Next(AnyNode* Of) noexcept {
         if (Of->Order.Right) {
-            Node* N = Of->Order.Right;
+            AnyNode* N = Of->Order.Right;
             while (N->Order.Left) N = N->Order.Left;
             return N;
         }

@@ -95,8 +95,7 @@ void TreeModel::ForEach(const std::function<void(const TreeNode&)>& Visit) const
         }
         // No child: the next sibling of this node or of the nearest one above that has one.
         const TreeNode* Next = nullptr;
-        for (; N && N->Parent && !Next; N = N->Parent)
-            Next = SiblingOrder<TreeNode>::Next(const_cast<TreeNode*>(N));
+        for (; N && N->Parent && !Next; N = N->Parent) Next = SiblingOrder<TreeNode>::Next(N);
         N = Next;
     }
 }
@@ -231,6 +230,11 @@ std::int32_t TreeModel::NodeId(std::wstring_view Key) const {
     return Node.Parent ? SiblingOrder<TreeNode>::PlaceOf(&Node) : 1;
 }
 
+std::wstring TreeModel::NodeAt(std::wstring_view Folder, std::int32_t Place) const {
+    const TreeNode* const Child = Known(Folder).Children.At(Place);
+    return Child ? Child->Key : std::wstring();
+}
+
 void TreeModel::SelectNode(std::wstring_view Key) { Selected_ = Known(Key).Key; }
 
 bool TreeModel::MoveListItem(ParmListBase& List, std::int32_t Direction, std::wstring& RelativeKey,
@@ -267,7 +271,7 @@ void TreeModel::AddTool(std::wstring_view Word) {
 
 void TreeModel::AddToolButton(const ToolButtonInfo& Button) {
     AddTool(Button.Key);
-    Buttons_.push_back(Button);
+    Buttons_.push_back({std::wstring(Button.Key), std::wstring(Button.ToolTip), Button.Style, Button.Bitmap});
 }
 
 bool TreeModel::SetTools(std::span<const std::wstring_view> Words) {

@@ -53,6 +53,14 @@ class TreeFace {
     virtual void ModifiedChanged(bool) {}
 };
 
+/// A button of the tool bar.
+struct ToolButton {
+    std::wstring Key;
+    std::wstring ToolTip;
+    std::int32_t Style = 0;
+    std::int32_t Bitmap = 0;
+};
+
 /// A value word list: the words registered for one keyword of one section, in order.
 struct ValueWords {
     std::wstring Section;
@@ -78,7 +86,7 @@ class TreeModel final : public kv::DesignTree {
     const std::wstring& Selected() const noexcept { return Selected_; }
     bool Modified() const noexcept { return Modified_; }
     const std::vector<std::wstring>& Tools() const noexcept { return Tools_; }
-    const std::vector<ToolButtonInfo>& Buttons() const noexcept { return Buttons_; }
+    const std::vector<ToolButton>& Buttons() const noexcept { return Buttons_; }
     /// The words that the item has named since the last ForgetOffers: the buttons that it serves.
     const std::vector<std::wstring>& Served() const noexcept { return Served_; }
     const std::vector<ValueWords>& Choices() const noexcept { return Choices_; }
@@ -103,6 +111,7 @@ class TreeModel final : public kv::DesignTree {
     void SetNodeText(std::wstring_view Key, std::wstring_view Text) override;
     std::wstring NodeParent(std::wstring_view Key) const override;
     std::int32_t NodeId(std::wstring_view Key) const override;
+    std::wstring NodeAt(std::wstring_view Folder, std::int32_t Place) const override;
     void SelectNode(std::wstring_view Key) override;
     [[nodiscard]] bool MoveListItem(ParmListBase& List, std::int32_t Direction, std::wstring& RelativeKey,
                                     std::int32_t& NewIndex) override;
@@ -131,7 +140,7 @@ class TreeModel final : public kv::DesignTree {
     bool Modified_ = false;
     bool SyntaxOn_ = true;
     std::vector<std::wstring> Tools_;
-    std::vector<ToolButtonInfo> Buttons_;
+    std::vector<ToolButton> Buttons_;
     std::vector<std::wstring> Served_;
     std::vector<ValueWords> Choices_;
 };

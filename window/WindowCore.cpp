@@ -12,12 +12,6 @@ const std::wstring kNoPath;
 
 }  // namespace
 
-bool IsLeafKey(std::wstring_view Key) noexcept { return Key.find(L' ') != std::wstring_view::npos; }
-
-std::wstring_view SectionWord(std::wstring_view Key) noexcept {
-    return Key.substr(0, Key.find_first_of(L" -"));
-}
-
 Head WindowCore::HeadOf(const Selection& At) const {
     const TreeNode* const Node = Tree_.Find(At.CurrItem);
     const TreeNode* const Parent = Node ? Node->Parent : nullptr;
@@ -38,14 +32,19 @@ Head WindowCore::HeadOf(const Selection& At) const {
 }
 
 // Runs one operation on the selected node. The items mark the tree as they go; one that fails leaves no mark.
+// What fails here and not in the server is shown here.
 template <class Call>
-bool WindowCore::Run(const Selection& At, Call&& Operation) {
-    if (Tree_.HasNode(At.CurrItem)) Tree_.SelectNode(At.CurrItem);
-    Head Made = HeadOf(At);
+bool WindowCore::Run(std::wstring_view Source, const Selection& At, Call&& Operation) {
     const bool Before = Tree_.Modified();
-    const bool Failed = Operation(Made);
-    if (Failed) Tree_.MarkModified(Before);
-    return Failed;
+    const bool Failed = Trap(Source, [&] {
+        if (Tree_.HasNode(At.CurrItem)) Tree_.SelectNode(At.CurrItem);
+        Head Made = HeadOf(At);
+        return Operation(Made);
+    });
+    if (!Failed) return false;
+    Tree_.MarkModified(Before);
+    CoreUtil::Instance().ShowLastError();
+    return true;
 }
 
 bool WindowCore::LoadData() {
@@ -54,11 +53,12 @@ bool WindowCore::LoadData() {
 }
 
 bool WindowCore::DispData(const Selection& At, std::wstring& Buffer) {
-    return Run(At, [&](const Head& Made) { return Server_.DispData(kNoPath, Made, Buffer); });
+    return Run(L"WindowCore.DispData", At,
+               [&](const Head& Made) { return Server_.DispData(kNoPath, Made, Buffer); });
 }
 
 bool WindowCore::SaveData(const Selection& At, std::wstring& Buffer, std::wstring& NewItemKey) {
-    return Run(At, [&](const Head& Made) {
+    return Run(L"WindowCore.SaveData", At, [&](const Head& Made) {
         if (Server_.SaveData(kNoPath, Made, NewItemKey, Buffer)) return true;
         Tree_.MarkModified(true);
         return false;
@@ -66,7 +66,7 @@ bool WindowCore::SaveData(const Selection& At, std::wstring& Buffer, std::wstrin
 }
 
 bool WindowCore::EditData(const Selection& At, std::wstring& NewItemKey) {
-    return Run(At, [&](const Head& Made) {
+    return Run(L"WindowCore.EditData", At, [&](const Head& Made) {
         if (Server_.EditData(kNoPath, Made, NewItemKey)) return true;
         if (Tree_.HasNode(NewItemKey)) Tree_.SelectNode(NewItemKey);
         return false;
@@ -74,7 +74,7 @@ bool WindowCore::EditData(const Selection& At, std::wstring& NewItemKey) {
 }
 
 bool WindowCore::MoveData(const Selection& At, std::int32_t Direction, std::wstring& CurrItem) {
-    return Run(At, [&](Head& Made) {
+    return Run(L"WindowCore.MoveData", At, [&](Head& Made) {
         if (Server_.MoveData(kNoPath, Made, Direction)) return true;
         CurrItem = Made.CurrItem;
         return false;
@@ -82,20 +82,18 @@ bool WindowCore::MoveData(const Selection& At, std::int32_t Direction, std::wstr
 }
 
 bool WindowCore::DeleteData(const Selection& At, bool Group) {
-    return Run(At, [&](const Head& Made) { return Server_.DeleteData(kNoPath, Made, Group); });
+    return Run(L"WindowCore.DeleteData", At,
+               [&](const Head& Made) { return Server_.DeleteData(kNoPath, Made, Group); });
 }
 
 bool WindowCore::CopyData(const Selection& At, bool Group, std::wstring& ClassWord) {
-    return Run(At, [&](const Head& Made) {
+    return Run(L"WindowCore.CopyData", At, [&](const Head& Made) {
         const auto Data = std::make_shared<MemoryRegData>(Object_.Clsid());
         ClipItem Holder{.DataObj = Data, .ClassWord = Data->Clsid()};
         if (Server_.CopyData(kNoPath, Made, Group, Holder)) return true;
         if (Data->Written()) {
             std::wstring Path;
-            if (ClipboardStore(Data->Read(), Path)) {
-                CoreUtil::Instance().ShowLastError();
-                return true;
-            }
+            if (ClipboardStore(Data->Read(), Path)) return true;
             Clipboard_ = std::move(Holder);
         }
         ClassWord = Clipboard_.ClassWord;
@@ -105,20 +103,18 @@ bool WindowCore::CopyData(const Selection& At, bool Group, std::wstring& ClassWo
 
 bool WindowCore::PasteData(const Selection& At, const std::optional<std::wstring>& Path,
                            std::wstring& NewItemKey) {
-    return Run(At, [&](const Head& Made) {
+    return Run(L"WindowCore.PasteData", At, [&](const Head& Made) {
         if (Server_.PasteData(Path ? *Path : Object_.Clsid(), Made, NewItemKey, Clipboard_)) return true;
         if (!Clipboard_.DataObj) return false;
-        const bool Failed = Trap(L"WindowCore.PasteData", [&] {
-            RegObject Before = Object_.Read();
-            Replace(Clipboard_.DataObj->Read());
-            if (!LoadData()) return false;
+        RegObject Before = Object_.Read();
+        Replace(Clipboard_.DataObj->Read());
+        if (LoadData()) {
+            // The item has kept its record and the tree: only the object is put back.
             Replace(std::move(Before));
-            static_cast<void>(LoadData());
             return true;
-        });
-        if (!Failed) Tree_.MarkModified(true);
-        CoreUtil::Instance().ShowLastError();
-        return Failed;
+        }
+        Tree_.MarkModified(true);
+        return false;
     });
 }
 
@@ -135,12 +131,13 @@ void WindowCore::Replace(RegObject Content) {
 }
 
 bool WindowCore::ShowPropTable(const Selection& At) {
-    return Run(
-        At, [&](const Head& Made) { return Server_.ShowPropTable(kNoPath, Made.CurrFolder, Made.CurrItem); });
+    return Run(L"WindowCore.ShowPropTable", At, [&](const Head& Made) {
+        return Server_.ShowPropTable(kNoPath, Made.CurrFolder, Made.CurrItem);
+    });
 }
 
 void WindowCore::TlbrButtonClick(const std::wstring& Method, const Selection& At) {
-    static_cast<void>(Run(At, [&](const Head& Made) {
+    static_cast<void>(Run(L"WindowCore.TlbrButtonClick", At, [&](const Head& Made) {
         Server_.TlbrButtonClick(Method, Made.CurrFolder, Made.CurrItem, Made.Key);
         return false;
     }));
@@ -152,7 +149,7 @@ bool WindowCore::GetObjectInfo(std::wstring& Name, std::wstring& Desc, std::int1
 }
 
 bool WindowCore::HelpShow(const Selection& At, const std::wstring& HelpItem) {
-    return Run(At, [&](const Head& Made) {
+    return Run(L"WindowCore.HelpShow", At, [&](const Head& Made) {
         return Server_.HelpShow(kNoPath, Made.CurrFolder, Made.CurrItem, HelpItem);
     });
 }

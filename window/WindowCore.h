@@ -22,10 +22,8 @@ struct Selection {
     std::optional<std::wstring> Key{};
 };
 
-/// Whether a node's key is that of a leaf: the key of a folder never holds a blank.
-bool IsLeafKey(std::wstring_view Key) noexcept;
-/// The section word of a node's key: what stands before the first blank or hyphen.
-std::wstring_view SectionWord(std::wstring_view Key) noexcept;
+using kv::IsLeafKey;
+using kv::SectionWord;
 
 /// One showing of one object. All operations answer True on failure; the server has then shown the error. A
 /// failed operation leaves the mark of unsaved changes as it was. The references must outlive the core.
@@ -72,7 +70,7 @@ class WindowCore {
 
   private:
     template <class Call>
-    bool Run(const Selection& At, Call&& Operation);
+    bool Run(std::wstring_view Source, const Selection& At, Call&& Operation);
     void Replace(RegObject Content);
 
     TreeDll& Server_;

@@ -190,7 +190,7 @@ bool diImportProc::SaveData(const Head& At, std::wstring& NewItemKey, std::wstri
         }
         const std::int32_t Index = PlaceOf(Tree(), At, 1, Self::No)[0];
         if (Element->Save(Record(), Index, Buffer, Flags)) return true;
-        vdbShared::ShowCaption(Tree(), Tree().NodeParent(vdbShared::FolderOf(Tree(), At)),
+        vdbShared::ShowCaption(Tree(), Tree().NodeParent(vdbShared::FolderOf(Tree(), At.CurrFolder)),
                                Element->Caption(Record(), Index), NewItemKey);
         return false;
     });
@@ -212,7 +212,7 @@ bool diImportProc::MoveData(Head& At, std::int32_t Direction) {
 
 bool diImportProc::LoadData(RegData& Clsid) {
     return Trap(L"diImportProc.LoadData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid) || Tree().SetTools(kTools)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid) || Tree().SetTools(kTools)) return true;
         vdbShared::StartPlainTree(Tree(), Clsid);
         vdbShared::AddFolder(Tree(), kFields, L"Campi", kind::kList);
         vdbShared::AddFolder(Tree(), kIndexes, L"Indici", kind::kList);
@@ -225,11 +225,12 @@ bool diImportProc::LoadData(RegData& Clsid) {
 bool diImportProc::ImportData(RegData& Clsid, std::wstring& Buffer) {
     return Trap(L"diImportProc.ImportData", [&] {
         const RegObject& Stored = Clsid.Read();
-        R& Fresh = vdbShared::Renewed(Record_);
-        Fresh.Id = Stored.Id;
-        Fresh.Name = Stored.Name;
-        Fresh.Desc = Stored.Desc;
-        Fresh.Version = Stored.Version;
+        auto Fresh = std::make_unique<R>();
+        Fresh->Id = Stored.Id;
+        Fresh->Name = Stored.Name;
+        Fresh->Desc = Stored.Desc;
+        Fresh->Version = Stored.Version;
+        Record_ = std::move(Fresh);
         ImportReader Outer(Buffer);
         std::wstring Line;
         if (!Outer.Next(Line) || ImportReader::WordBehind(L"BEGIN ", Line) != kClassWord) BadImport();
@@ -272,7 +273,7 @@ bool diImportProc::GetObjectInfo(std::wstring& Name, std::wstring& Desc, std::in
 
 bool diImportProc::ExportData(RegData& Clsid, std::wstring& Buffer) {
     return Trap(L"diImportProc.ExportData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         return vdbShared::WrapSection(Buffer, kClassWord, true, 0, [&] {
             if (DispData(vdbShared::ExportHead(kParms), Buffer, true, {}, 1)) return true;
             for (const ElementSection& Element : kElements) {

@@ -6,6 +6,7 @@
 #include "frame/ListSection.h"
 #include "frame/SectionTable.h"
 #include "frame/vdbcModule.h"
+#include "records/Sections.h"
 
 namespace kv {
 
@@ -16,10 +17,8 @@ using R = MaterRecord;
 
 constexpr std::wstring_view kHtml = L"HTML";
 
-constexpr std::array<Word, 0> kFlagWords{};
-
 constexpr LadderRow<R> kParmLadder[] = {
-    {L"FLAGS=", read::Flags<&R::Flags, kFlagWords>},
+    {L"FLAGS=", read::Flags<&R::Flags, kNoWords>},
 };
 
 constexpr LineRow<R> kParmLines[] = {
@@ -73,7 +72,7 @@ bool diMater::MoveData(Head& At, std::int32_t Direction) {
 
 bool diMater::LoadData(RegData& Clsid) {
     return Trap(L"diMater.LoadData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         vdbShared::StartPlainTree(Tree(), Clsid);
         vdbShared::AddFolder(Tree(), kHtml, L"HTML", kind::kList);
         if (vdbShared::BuildLists(Tree(), Record(), kLists)) return true;
@@ -90,7 +89,7 @@ bool diMater::GetObjectInfo(std::wstring& Name, std::wstring& Desc, std::int16_t
 
 bool diMater::ExportData(RegData& Clsid, std::wstring& Buffer) {
     return Trap(L"diMater.ExportData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         if (DispData(vdbShared::ExportHead(kParms), Buffer, true, {}, 1)) return true;
         for (std::int32_t I = 1; I <= Record().Html.Count(); ++I)
             if (DispData(vdbShared::ExportHead(kHtml), Buffer, true, {&I, 1}, 1)) return true;
@@ -144,12 +143,7 @@ bool diMater::SaveParm(std::wstring& Buffer, bool SyntaxOn) {
 }
 
 bool diMater::DispParm(std::wstring& Buffer, std::int32_t Indent) {
-    return Trap(L"diMater.DispParm", [&] {
-        LineWriter Out{Buffer, Indent};
-        if (WriteLines(Out, kParmLines, Record())) return true;
-        DispHeader(Buffer, Record(), Indent);
-        return false;
-    });
+    return DispSection(L"diMater.DispParm", kParmLines, Record(), Buffer, Indent);
 }
 
 }  // namespace kv

@@ -37,15 +37,13 @@ bool Refuse(SortRecord&, Parm& P) {
     Raise(Text);
 }
 
-constexpr std::array<Word, 0> kFlagWords{};
-
 constexpr LadderRow<SortRecord> kParmLadder[] = {
     {L"MIRROROF=", read::Text<&SortRecord::MirrorOf>},
     {L"NOMASK=", ReadSwitch<sort_switch::kNoMask>},
     {L"NONUMERIC=", ReadSwitch<sort_switch::kNoNumeric>},
     {L"NOSPACES=", ReadSwitch<sort_switch::kNoSpaces>},
     {L"NOTABLE=", ReadSwitch<sort_switch::kNoTable>},
-    {L"FLAGS=", read::Flags<&SortRecord::Flags, kFlagWords>},
+    {L"FLAGS=", read::Flags<&SortRecord::Flags, kNoWords>},
 };
 
 // The table section refuses the parameters before it asks whether they are repeated.
@@ -129,7 +127,7 @@ std::uint8_t WeightAt(const std::wstring& Table, int Code) noexcept {
     const auto Place = static_cast<std::size_t>(Code);
     if (Place >= Table.size()) return 0;
     const wchar_t Stored = Table[Place];
-    if (Stored >= 0 && Stored <= 0xFF) return static_cast<std::uint8_t>(Stored);
+    if (static_cast<std::uint32_t>(Stored) <= 0xFF) return static_cast<std::uint8_t>(Stored);
     const int Byte = StrUtil::ToWindows1252(Stored);
     return Byte < 0 ? std::uint8_t{0} : static_cast<std::uint8_t>(Byte);
 }
@@ -164,7 +162,7 @@ bool diSort::MoveData(Head&, std::int32_t) { return true; }
 
 bool diSort::LoadData(RegData& Clsid) {
     return Trap(L"diSort.LoadData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         vdbShared::StartPlainTree(Tree(), Clsid);
         Tree().AddNode(
             {.Relative = kParms, .Relationship = relation::kChild, .Key = kTableKey, .Text = L"Tabella"});
@@ -181,7 +179,7 @@ bool diSort::GetObjectInfo(std::wstring& Name, std::wstring& Desc, std::int16_t&
 
 bool diSort::ExportData(RegData& Clsid, std::wstring& Buffer) {
     return Trap(L"diSort.ExportData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         return DispData(vdbShared::ExportHead(kParms), Buffer, true, {}, 1);
     });
 }

@@ -6,6 +6,7 @@
 #include "frame/ListSection.h"
 #include "frame/SectionTable.h"
 #include "frame/vdbcModule.h"
+#include "records/Sections.h"
 
 namespace kv {
 
@@ -28,8 +29,6 @@ constexpr std::wstring_view kFieldCaption = L"FIELDCAPTION";
 
 // The parameters.
 
-constexpr std::array<Word, 0> kNoFlagWords{};
-
 constexpr LadderRow<R> kParmLadder[] = {
     {L"STYLE=",
      [](R& Into, Parm& P) {
@@ -48,7 +47,7 @@ constexpr LadderRow<R> kParmLadder[] = {
          Into.Timeout = Seconds;
          return false;
      }},
-    {L"FLAGS=", read::Flags<&R::Flags, kNoFlagWords>},
+    {L"FLAGS=", read::Flags<&R::Flags, kNoWords>},
     {L"MIRROROF=", read::Text<&R::MirrorOf>},
 };
 
@@ -219,7 +218,7 @@ bool diStem::SaveData(const Head& At, std::wstring& NewItemKey, std::wstring& Bu
         const bool SyntaxOn = Tree().SyntaxOn();
         if (SetSaveFlags(Flags, SyntaxOn)) return true;
         const auto Leaf = [&] { return PlaceOf(Tree(), At, 0, Self::Yes)[0]; };
-        const auto Element = [&] { return Tree().NodeParent(vdbShared::FolderOf(Tree(), At)); };
+        const auto Element = [&] { return Tree().NodeParent(vdbShared::FolderOf(Tree(), At.CurrFolder)); };
         const auto Show = [&](const std::wstring& Key, std::wstring Caption) {
             vdbShared::ShowCaption(Tree(), Key, std::move(Caption), NewItemKey);
             return false;
@@ -274,7 +273,7 @@ bool diStem::MoveData(Head& At, std::int32_t Direction) {
 
 bool diStem::LoadData(RegData& Clsid) {
     return Trap(L"diStem.LoadData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         vdbShared::StartPlainTree(Tree(), Clsid);
         for (const FolderRow& Row : kFolders)
             vdbShared::AddFolder(Tree(), Row.Word, Row.Caption, kind::kList);
@@ -291,8 +290,8 @@ bool diStem::GetObjectInfo(std::wstring& Name, std::wstring& Desc, std::int16_t&
 
 bool diStem::ExportData(RegData& Clsid, std::wstring& Buffer) {
     return Trap(L"diStem.ExportData", [&] {
-        R& Exported = vdbShared::Renewed(Record_);
-        if (Exported.Load(Clsid)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid)) return true;
+        const R& Exported = Record();
         const auto One = [&](std::wstring_view Section, Positions Item, std::int32_t Indent) {
             return DispData(vdbShared::ExportHead(Section), Buffer, true, Item, Indent);
         };
@@ -393,20 +392,14 @@ bool diStem::SaveParm(std::wstring& Buffer, bool SyntaxOn) {
 }
 
 bool diStem::DispParm(std::wstring& Buffer, std::int32_t Indent) {
-    return Trap(L"diStem.DispParm", [&] {
-        LineWriter Out{Buffer, Indent};
-        if (WriteLines(Out, kParmLines, std::as_const(Record()))) return true;
-        DispHeader(Buffer, Record(), Indent);
-        return false;
-    });
+    return DispSection(L"diStem.DispParm", kParmLines, std::as_const(Record()), Buffer, Indent);
 }
 
 bool diStem::SaveFieldParm(std::wstring& Buffer, std::int32_t Index, bool SyntaxOn) {
     SectionText Text(Buffer);
     return Trap(L"diStem.SaveFieldParm", Text, [&] {
         F& Stored = Record().Fields.Item(Index);
-        F Scratch;
-        Stored.CopyTo(Scratch, false, false, true);
+        F Scratch = Stored.MakeScratch();
         ClearParmCheck();
         if (ReadLadder(Text, kFieldLadder, Scratch, SyntaxOn)) return true;
         if (SyntaxOn && (Scratch.Flags & kStemPadding) != 0 && Scratch.PadMask.empty())

@@ -5,6 +5,7 @@
 
 #include "frame/SectionTable.h"
 #include "frame/vdbcModule.h"
+#include "records/Sections.h"
 
 namespace kv {
 
@@ -113,7 +114,7 @@ bool diStopWord::MoveData(Head&, std::int32_t) { return true; }
 
 bool diStopWord::LoadData(RegData& Clsid) {
     return Trap(L"diStopWord.LoadData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         vdbShared::StartPlainTree(Tree(), Clsid);
         vdbShared::AddFolder(Tree(), kWords, kWordsCaption);
         vdbShared::AddLeaf(Tree(), kWords, kWordsCaption);
@@ -131,7 +132,7 @@ bool diStopWord::GetObjectInfo(std::wstring& Name, std::wstring& Desc, std::int1
 
 bool diStopWord::ExportData(RegData& Clsid, std::wstring& Buffer) {
     return Trap(L"diStopWord.ExportData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         for (const std::wstring_view Section : {kParms, kWords})
             if (DispData(vdbShared::ExportHead(Section), Buffer, true, {}, 1)) return true;
         return false;
@@ -179,12 +180,7 @@ bool diStopWord::SaveParm(std::wstring& Buffer, bool SyntaxOn) {
 }
 
 bool diStopWord::DispParm(std::wstring& Buffer, std::int32_t Indent) {
-    return Trap(L"diStopWord.DispParm", [&] {
-        LineWriter Out{Buffer, Indent};
-        if (WriteLines(Out, kParmLines, Record())) return true;
-        DispHeader(Buffer, Record(), Indent);
-        return false;
-    });
+    return DispSection(L"diStopWord.DispParm", kParmLines, Record(), Buffer, Indent);
 }
 
 bool diStopWord::SaveTable(std::wstring& Buffer) {

@@ -76,7 +76,7 @@ bool diStringTable::SaveData(const Head& At, std::wstring& NewItemKey, std::wstr
         if (At.Key == kMessageParms) {
             const std::int32_t Index = PlaceOf(Tree(), At, 1, Self::No)[0];
             if (SaveMsgParm(Buffer, Index, SyntaxOn)) return true;
-            vdbShared::ShowCaption(Tree(), Tree().NodeParent(vdbShared::FolderOf(Tree(), At)),
+            vdbShared::ShowCaption(Tree(), Tree().NodeParent(vdbShared::FolderOf(Tree(), At.CurrFolder)),
                                    Record().Messages.Item(Index).Name, NewItemKey);
         } else if (At.Key == kMessageTexts) {
             const Place Of = PlaceOf(Tree(), At, 1, Self::Yes);
@@ -101,7 +101,7 @@ bool diStringTable::MoveData(Head& At, std::int32_t Direction) {
 
 bool diStringTable::LoadData(RegData& Clsid) {
     return Trap(L"diStringTable.LoadData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         vdbShared::StartTree(Tree(), Clsid);
         vdbShared::AddFolder(Tree(), kMessages, L"Messaggi", kind::kList);
         return vdbShared::BuildLists(Tree(), Record(), kLists);
@@ -118,7 +118,7 @@ bool diStringTable::GetObjectInfo(std::wstring& Name, std::wstring& Desc, std::i
 
 bool diStringTable::ExportData(RegData& Clsid, std::wstring& Buffer) {
     return Trap(L"diStringTable.ExportData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         for (std::int32_t I = 1; I <= Record().Messages.Count(); ++I) {
             const bool Failed = vdbShared::WrapSection(Buffer, kMessages, true, 1, [&] {
                 if (DispData(vdbShared::ExportHead(kMessageParms), Buffer, true, {&I, 1}, 2)) return true;
@@ -176,8 +176,7 @@ bool diStringTable::SaveMsgParm(std::wstring& Buffer, std::int32_t Index, bool S
     SectionText Text(Buffer);
     return Trap(L"diStringTable.SaveMsgParm", Text, [&] {
         StringItemRecord& Stored = Record().Messages.Item(Index);
-        StringItemRecord Scratch;
-        Stored.CopyTo(Scratch, false, false, true);
+        StringItemRecord Scratch = Stored.MakeScratch();
         ClearParmCheck();
         if (ReadLadder(Text, kMsgLadder, Scratch, SyntaxOn)) return true;
         if (SyntaxOn) {

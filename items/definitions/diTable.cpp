@@ -6,6 +6,7 @@
 #include "frame/SectionTable.h"
 #include "frame/TagTools.h"
 #include "frame/vdbcModule.h"
+#include "records/Sections.h"
 
 namespace kv {
 
@@ -23,7 +24,12 @@ constexpr std::wstring_view kTools[] = {L"FINDTAG", L"RENUMTAG", L"CONSTANTS"};
 // The parameters.
 
 constexpr LadderRow<R> kParmLadder[] = {
-    {L"COLUMNS=", read::Long<&R::Columns>},
+    {L"COLUMNS=",
+     [](R& Into, Parm& P) {
+         P.Unquote();
+         Into.Columns = StrUtil::ToLong(StrUtil::Number(P.Value));
+         return false;
+     }},
     {L"FLAGS=", read::Flags<&R::Flags, kTableFlags>},
     {L"INDEX=", read::Upper<&R::Index>},
     {L"MIRROROF=", read::Text<&R::MirrorOf>},
@@ -261,7 +267,7 @@ bool diTable::SaveData(const Head& At, std::wstring& NewItemKey, std::wstring& B
         if (At.Key == kFieldParms) {
             const std::int32_t Index = vdbShared::PlaceOf(Tree(), At, 1, Self::No)[0];
             if (SaveFieldParm(Buffer, Index, SyntaxOn)) return true;
-            vdbShared::ShowCaption(Tree(), Tree().NodeParent(vdbShared::FolderOf(Tree(), At)),
+            vdbShared::ShowCaption(Tree(), Tree().NodeParent(vdbShared::FolderOf(Tree(), At.CurrFolder)),
                                    FieldCaption(Record().Fields.Item(Index)), NewItemKey);
         }
         return false;
@@ -284,7 +290,7 @@ bool diTable::MoveData(Head& At, std::int32_t Direction) {
 
 bool diTable::LoadData(RegData& Clsid) {
     return Trap(L"diTable.LoadData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid) || Tree().SetTools(kTools)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid) || Tree().SetTools(kTools)) return true;
         // The root of a table is one of its own, with the pictures of a table.
         constexpr std::int32_t kTableImage = 1;
         constexpr std::int32_t kTableOpen = 2;
@@ -308,7 +314,7 @@ bool diTable::GetObjectInfo(std::wstring& Name, std::wstring& Desc, std::int16_t
 
 bool diTable::ExportData(RegData& Clsid, std::wstring& Buffer) {
     return Trap(L"diTable.ExportData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         if (DispData(vdbShared::ExportHead(kParms), Buffer, true, {}, 1)) return true;
         for (std::int32_t I = 1; I <= Record().Fields.Count(); ++I)
             if (vdbShared::WrapSection(Buffer, kFields, true, 1, [&] {
@@ -372,8 +378,7 @@ bool diTable::DeleteData(const Head& At, bool Group) {
 bool diTable::SaveParm(std::wstring& Buffer, bool SyntaxOn) {
     SectionText Text(Buffer);
     return Trap(L"diTable.SaveParm", Text, [&] {
-        R Scratch;
-        Record().CopyTo(Scratch, false, false, true);
+        R Scratch = Record().MakeScratch();
         Scratch.Style = -1;
         ClearParmCheck();
         if (ReadLadder(Text, kParmLadder, Scratch, SyntaxOn)) return true;
@@ -385,20 +390,14 @@ bool diTable::SaveParm(std::wstring& Buffer, bool SyntaxOn) {
 }
 
 bool diTable::DispParm(std::wstring& Buffer, std::int32_t Indent) {
-    return Trap(L"diTable.DispParm", [&] {
-        LineWriter Out{Buffer, Indent};
-        if (WriteLines(Out, kParmLines, std::as_const(Record()))) return true;
-        DispHeader(Buffer, Record(), Indent);
-        return false;
-    });
+    return DispSection(L"diTable.DispParm", kParmLines, std::as_const(Record()), Buffer, Indent);
 }
 
 bool diTable::SaveFieldParm(std::wstring& Buffer, std::int32_t Index, bool SyntaxOn) {
     SectionText Text(Buffer);
     return Trap(L"diTable.SaveFieldParm", Text, [&] {
         F& Stored = Record().Fields.Item(Index);
-        F Scratch;
-        Stored.CopyTo(Scratch, false, false, true);
+        F Scratch = Stored.MakeScratch();
         ClearParmCheck();
         if (ReadLadder(Text, kFieldLadder, Scratch, SyntaxOn)) return true;
         CoreUtil::TrimEnd(Scratch.DefValues, std::wstring_view(L"\0", 1));

@@ -26,7 +26,9 @@ bool diCatalogue::MoveData(Head&, std::int32_t) { return true; }
 
 bool diCatalogue::LoadData(RegData& Clsid) {
     return Trap(L"diCatalogue.LoadData", [&] {
-        if (Record_.emplace<CatalogueRecord>().Load(Clsid)) return true;
+        CatalogueRecord Fresh;
+        if (Fresh.Load(Clsid)) return true;
+        Record_ = std::move(Fresh);
         vdbShared::StartPlainTree(Tree(), Clsid);
         return false;
     });
@@ -43,7 +45,9 @@ bool diCatalogue::GetObjectInfo(std::wstring& Name, std::wstring& Desc, std::int
 
 bool diCatalogue::ExportData(RegData& Clsid, std::wstring& Buffer) {
     return Trap(L"diCatalogue.ExportData", [&] {
-        if (Record_.emplace<ImportRecord>().Load(Clsid)) return true;
+        ImportRecord Fresh;
+        if (Fresh.Load(Clsid)) return true;
+        Record_ = std::move(Fresh);
         return vdbShared::WrapSection(Buffer, L"CATALOGUE", true, 0, [&] {
             return DispData(vdbShared::ExportHead(kParms), Buffer, true, {}, 1);
         });

@@ -31,7 +31,7 @@ bool diFilter::MoveData(Head&, std::int32_t) { return true; }
 
 bool diFilter::LoadData(RegData& Clsid) {
     return Trap(L"diFilter.LoadData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         vdbShared::StartPlainTree(Tree(), Clsid);
         return AddChoices(Tree(), kChoices);
     });
@@ -47,7 +47,7 @@ bool diFilter::GetObjectInfo(std::wstring& Name, std::wstring& Desc, std::int16_
 
 bool diFilter::ExportData(RegData& Clsid, std::wstring& Buffer) {
     return Trap(L"diFilter.ExportData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         return vdbShared::WrapSection(Buffer, L"FILTER", true, 0, [&] {
             return DispData(vdbShared::ExportHead(kParms), Buffer, true, {}, 1);
         });

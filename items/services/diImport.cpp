@@ -46,7 +46,7 @@ bool diImport::MoveData(Head&, std::int32_t) { return true; }
 
 bool diImport::LoadData(RegData& Clsid) {
     return Trap(L"diImport.LoadData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         vdbShared::StartPlainTree(Tree(), Clsid);
         return AddChoices(Tree(), kChoices);
     });
@@ -62,7 +62,7 @@ bool diImport::GetObjectInfo(std::wstring& Name, std::wstring& Desc, std::int16_
 
 bool diImport::ExportData(RegData& Clsid, std::wstring& Buffer) {
     return Trap(L"diImport.ExportData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         return vdbShared::WrapSection(Buffer, L"IMPORT", true, 0, [&] {
             return DispData(vdbShared::ExportHead(kParms), Buffer, true, {}, 1);
         });

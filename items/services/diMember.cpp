@@ -1,6 +1,6 @@
 #include "items/services/diMember.h"
 
-#include "frame/SectionTable.h"
+#include "records/Sections.h"
 
 namespace kv {
 
@@ -32,7 +32,7 @@ bool diMember::MoveData(Head&, std::int32_t) { return true; }
 
 bool diMember::LoadData(RegData& Clsid) {
     return Trap(L"diMember.LoadData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         vdbShared::StartPlainTree(Tree(), Clsid);
         return false;
     });
@@ -48,7 +48,7 @@ bool diMember::GetObjectInfo(std::wstring& Name, std::wstring& Desc, std::int16_
 
 bool diMember::ExportData(RegData& Clsid, std::wstring& Buffer) {
     return Trap(L"diMember.ExportData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         return DispData(vdbShared::ExportHead(kParms), Buffer, true, {}, 1);
     });
 }
@@ -71,24 +71,11 @@ bool diMember::CopyData(const Head&, bool, ClipItem& DataObj) {
 bool diMember::DeleteData(const Head&, bool) { return false; }
 
 bool diMember::SaveParm(std::wstring& Buffer, bool SyntaxOn) {
-    SectionText Text(Buffer);
-    return Trap(L"diMember.SaveParm", Text, [&] {
-        ParmItem Scratch;
-        Record().CopyTo(Scratch, false, false, true);
-        ClearParmCheck();
-        if (ReadLadder(Text, kLadder, Scratch, SyntaxOn)) return true;
-        std::move(Scratch).CopyTo(Record(), true, false, false);
-        return false;
-    });
+    return SaveSection(L"diMember.SaveParm", kLadder, Record(), Buffer, SyntaxOn);
 }
 
 bool diMember::DispParm(std::wstring& Buffer, std::int32_t Indent) {
-    return Trap(L"diMember.DispParm", [&] {
-        LineWriter Out{Buffer, Indent};
-        if (WriteLines(Out, kLines, std::as_const(Record()))) return true;
-        DispHeader(Buffer, Record(), Indent);
-        return false;
-    });
+    return DispSection(L"diMember.DispParm", kLines, std::as_const(Record()), Buffer, Indent);
 }
 
 }  // namespace kv

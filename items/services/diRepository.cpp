@@ -19,7 +19,7 @@ bool diRepository::MoveData(Head&, std::int32_t) { return true; }
 
 bool diRepository::LoadData(RegData& Clsid) {
     return Trap(L"diRepository.LoadData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         vdbShared::StartPlainTree(Tree(), Clsid);
         return false;
     });
@@ -35,7 +35,7 @@ bool diRepository::GetObjectInfo(std::wstring& Name, std::wstring& Desc, std::in
 
 bool diRepository::ExportData(RegData& Clsid, std::wstring& Buffer) {
     return Trap(L"diRepository.ExportData", [&] {
-        if (vdbShared::Renewed(Record_).Load(Clsid)) return true;
+        if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         return DispData(vdbShared::ExportHead(kParms), Buffer, true, {}, 1);
     });
 }

@@ -98,14 +98,16 @@ TEST_P(SimpleItem, RenderedTextComesBackUnchanged) {
 }
 
 TEST_P(SimpleItem, LineFeedsAloneAreNoLineEnds) {
-    std::wstring Text = GetParam().Sample;
-    std::erase(Text, L'\r');
-    if (Text.find(L'\n') + 1 < Text.size()) {
-        // One long line: its first keyword swallows the rest, and no other keyword is seen.
-        static_cast<void>(On.Put(Parms(), Text, false));
-        const std::wstring Shown = On.Text(Parms());
-        EXPECT_EQ(Shown.find(L"MIRROROF= \"Altro\"\r\n"), std::wstring::npos);
-    }
+    // The whole text is one line: what stands behind its first "=" is one value.
+    const std::wstring Sample = GetParam().Sample;
+    const std::wstring First = Sample.substr(0, Sample.find(L"\r\n"));
+    const std::wstring Keyword = First.substr(0, First.find(L'=') + 1);
+    ASSERT_TRUE(Accepted(On.Put(Parms(), Keyword + L" uno\nPIPPO= due\nPIPPO= tre")));
+    const std::wstring Shown = On.Text(Parms());
+    const std::wstring Value = GetParam().SaveSource == std::wstring(L"RepositoryRecord.SaveParm")
+                                   ? L"\"uno\nPIPPO= due\nPIPPO= tre\""
+                                   : L"\"UNO\nPIPPO= DUE\nPIPPO= TRE\"";
+    EXPECT_EQ(Narrow(Shown.substr(0, Shown.find(L"\r\n"))), Narrow(Keyword + L" " + Value));
 }
 
 TEST_P(SimpleItem, SaveAndReload) {
@@ -187,6 +189,10 @@ TEST_P(SimpleItem, NewLeaf) {
             Refused(On.Try([&] { return On.Core.EditData({.CurrItem = Parms(), .Key = L"FIELDS"}, Other); }),
                     91, Source(L"EditData"), L"Oggetto non impostato"));
         EXPECT_EQ(On.Tree->Count(), 4U);
+        // The root is a node like any other: a leaf hangs below it.
+        ASSERT_TRUE(Accepted(On.Try([&] { return On.Core.EditData({.CurrItem = L"ROOT"}, Other); })));
+        EXPECT_EQ(On.Tree->NodeParent(Other), L"ROOT");
+        EXPECT_EQ(On.Tree->NodeText(Other), L"ROOT");
     } else {
         EXPECT_EQ(Key, L"");
         EXPECT_EQ(On.Tree->Count(), 3U);

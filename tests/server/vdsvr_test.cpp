@@ -4,8 +4,6 @@
 
 #include <map>
 
-#include "resources/CommandWords.h"
-#include "resources/ToolButtons.h"
 #include "tests/support/Desk.h"
 
 namespace kv::test {
@@ -30,23 +28,28 @@ TEST(Server, VersionAndStart) {
 
 TEST(Server, KnowsItsClassWordsInTheOrderOfTheLadder) {
     const std::vector<std::wstring_view> Words(ClassWords().begin(), ClassWords().end());
-    EXPECT_EQ(Words, (std::vector<std::wstring_view>{L"CATALOGUE", L"FILTER", L"IMPORT", L"MEMBER",
-                                                     L"REPOSITORY", L"SORT"}));
+    EXPECT_EQ(Words, (std::vector<std::wstring_view>{L"CATALOGUE", L"FILTER", L"IMPORT", L"IMPORTPROC",
+                                                     L"MATER", L"MEMBER", L"REPOSITORY", L"SORT", L"STEM",
+                                                     L"STOPWORD", L"STRINGTABLE", L"TABLE"}));
 }
 
 TEST(Server, ShowDataSetsUpTheToolBar) {
     for (const std::wstring_view Word : ClassWords()) {
         Desk On(Word);
         ASSERT_TRUE(Accepted(On.Opened));
-        EXPECT_EQ(On.Tree->Served(),
-                  std::vector<std::wstring>{});  // none of these items has tools of its own
+        const std::wstring Tools = Word == L"TABLE"        ? L"FINDTAG RENUMTAG CONSTANTS "
+                                   : Word == L"IMPORTPROC" ? L"FINDTAG RENUMTAG MAPTABLE "
+                                                           : L"";
+        std::wstring Served;
+        for (const std::wstring& Tool : On.Tree->Served()) Served.append(Tool).append(L" ");
+        EXPECT_EQ(Served, Tools);
     }
     class Face final : public window::TreeFace {
       public:
         explicit Face(const window::TreeModel& Shown) : Tree(Shown) {}
         bool Run(TreeCall& Call) override {
             Tools = Tree.Tools();
-            for (const ToolButtonInfo& Button : Tree.Buttons())
+            for (const window::ToolButton& Button : Tree.Buttons())
                 Buttons.emplace_back(std::to_wstring(Button.Bitmap) + L" " + std::wstring(Button.ToolTip) +
                                      L" " + std::to_wstring(Button.Style));
             ClassWord = Call.ClassWord;
@@ -79,7 +82,7 @@ TEST(Server, ShowDataSetsUpTheToolBar) {
 }
 
 TEST(Server, UnknownClassWordIsRefusedAndLeavesNoItem) {
-    for (const wchar_t* Word : {L"PIPPO", L"", L"sort", L"TABLE"}) {
+    for (const wchar_t* Word : {L"PIPPO", L"", L"sort", L"SORT "}) {
         Desk On(Word);
         EXPECT_TRUE(Refused(On.Opened, 20000, L"vdSvr.ShowData",
                             L"Metodo sconosciuto [" + std::wstring(Word) + L"]"));

@@ -23,12 +23,12 @@ std::filesystem::path FreshFolder() {
 }  // namespace
 
 TestPlatform::TestPlatform() : Folder(FreshFolder()) {
-    CoreUtil::Instance().SetPlatform(this);
+    Before = CoreUtil::Instance().SetPlatform(this);
     CoreUtil::Instance().ForgetError();
 }
 
 TestPlatform::~TestPlatform() {
-    CoreUtil::Instance().SetPlatform(nullptr);
+    CoreUtil::Instance().SetPlatform(Before);
     std::error_code Ignored;
     std::filesystem::remove_all(Folder, Ignored);
 }
@@ -40,19 +40,22 @@ void TestPlatform::ShowError(const KvError& Error) {
 
 Answer TestPlatform::MessageBox(std::wstring_view Text, std::int32_t Style) {
     Asked.emplace_back(Text);
+    Styles.push_back(Style);
     if (Answers.empty()) return DefaultAnswer(Style);
     const Answer Given = Answers.front();
     Answers.pop_front();
     return Given;
 }
 
-std::optional<std::wstring> TestPlatform::SaveFile(std::wstring_view, std::wstring_view, std::int32_t,
-                                                   std::int32_t) {
-    return std::nullopt;
+std::optional<std::wstring> TestPlatform::SaveFile(std::wstring_view Title, std::wstring_view Filter,
+                                                   std::int32_t FilterIndex, std::int32_t Flags) {
+    FileQuestions.push_back({std::wstring(Title), std::wstring(Filter), FilterIndex, Flags});
+    return SavePath;
 }
 
-void TestPlatform::ShowList(std::wstring_view Caption, std::span<const std::wstring>) {
+void TestPlatform::ShowList(std::wstring_view Caption, std::span<const std::wstring> Items) {
     Asked.emplace_back(Caption);
+    Listed.emplace_back(Items.begin(), Items.end());
 }
 
 std::string ReadFile(const std::filesystem::path& Path) {

@@ -16,7 +16,7 @@ namespace kv::test {
 
 class TestPlatform final : public Platform {
   public:
-    /// Takes its place as the door of the core until it dies; folders are a fresh temporary one.
+    /// The door of the core until it dies; the folders are a fresh temporary one.
     TestPlatform();
     ~TestPlatform() override;
 
@@ -31,9 +31,20 @@ class TestPlatform final : public Platform {
     std::wstring TempFolder() override { return Folder.wstring(); }
 
     std::filesystem::path Folder;
+    Platform* Before = nullptr;  // whose place it took, and to whom it gives it back
     std::vector<KvError> Shown;
     std::vector<std::wstring> Asked;
-    std::deque<Answer> Answers;  // the default button where it is empty
+    std::vector<std::int32_t> Styles;  // of the message boxes
+    std::deque<Answer> Answers;        // the default button where it is empty
+    struct FileQuestion {
+        std::wstring Title;
+        std::wstring Filter;
+        std::int32_t FilterIndex;
+        std::int32_t Flags;
+    };
+    std::vector<FileQuestion> FileQuestions;
+    std::optional<std::wstring> SavePath;           // what the file dialog answers, cancelled where absent
+    std::vector<std::vector<std::wstring>> Listed;  // the items of the lists shown
     int Beeps = 0;
     std::vector<std::int32_t> Pointers;
     bool FailOnShow = false;  // throws from ShowError
