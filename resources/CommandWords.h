@@ -1,4 +1,4 @@
-// The command words of the product family, string resources 10000 to 10055.
+// The command words, string resources 10000 to 10055.
 #pragma once
 
 #include <array>

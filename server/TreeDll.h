@@ -11,7 +11,7 @@
 namespace kv {
 
 /// Each operation hands on to the iKvTree operation of its name and answers True on failure, after the error
-/// has been shown to the operator once. `Path` is not used, but where told.
+/// has been shown to the operator once. Only PasteData reads `Path`.
 class TreeDll {
   public:
     virtual ~TreeDll() = default;
