@@ -1,0 +1,148 @@
+#include "host/CommandsStore.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <ostream>
+#include <vector>
+
+#include "frame/vdbInclude.h"
+#include "host/ObjectJson.h"
+#include "host/Text.h"
+#include "server/vdSvr.h"
+#include "window/TreeModel.h"
+
+namespace kv::host {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+/// A server object without a window, for what works on a stored object as a whole.
+class Side {
+  public:
+    explicit Side(Session& Work)
+        : Tree_(std::make_shared<window::TreeModel>()), Server_(&Work.Registry(), [this] { return Tree_; }) {
+        Tree_->SetSyntaxOn(Work.Chosen().SyntaxOn);
+    }
+    iKvEditor& Editor() noexcept { return Server_; }
+
+  private:
+    std::shared_ptr<window::TreeModel> Tree_;
+    vdSvr Server_;
+};
+
+std::wstring Padded(std::wstring Text, std::size_t Width) {
+    if (Text.size() < Width) Text.append(Width - Text.size(), L' ');
+    return Text;
+}
+
+std::wstring ValueText(const RegValue& Value) {
+    if (const auto* Number = std::get_if<std::int32_t>(&Value)) return std::to_wstring(*Number);
+    if (const auto* Flag = std::get_if<bool>(&Value)) return *Flag ? L"True" : L"False";
+    return L"\"" + std::get<std::wstring>(Value) + L"\"";
+}
+
+// One line an object, what is empty or 0 left out, its values and children below it.
+void PrintObject(std::ostream& Out, const RegObject& Object, std::size_t Depth) {
+    const auto Line = [&](std::size_t Deep, const std::wstring& Text) {
+        Out << std::string(4 * Deep, ' ') << ToUtf8Lossy(OneLine(Text)) << '\n';
+    };
+    std::wstring Head = Object.Name.empty() ? L"(senza nome)" : Object.Name;
+    if (!Object.Text.empty()) Head.append(L" = \"").append(Object.Text).append(L"\"");
+    const auto Number = [&](std::wstring_view Label, std::int32_t Value) {
+        if (Value != 0) Head.append(L", ").append(Label).append(L" ").append(std::to_wstring(Value));
+    };
+    const auto Words = [&](std::wstring_view Label, const std::wstring& Value) {
+        if (!Value.empty()) Head.append(L", ").append(Label).append(L" \"").append(Value).append(L"\"");
+    };
+    Number(L"Id", Object.Id);
+    Number(L"Version", Object.Version);
+    Words(L"Desc", Object.Desc);
+    Number(L"Number2", Object.Number2);
+    Number(L"Number3", Object.Number3);
+    Words(L"String3", Object.String3);
+    Words(L"String4", Object.String4);
+    Words(L"UserList", Object.UserList);
+    Words(L"String5", Object.String5);
+    Line(Depth, Head);
+    for (const RegNamedValue& Value : Object.Values)
+        Line(Depth + 1, Value.Name + L" = " + ValueText(Value.Value));
+    for (const RegObject& Child : Object.Children) PrintObject(Out, Child, Depth + 1);
+}
+
+}  // namespace
+
+int ListObjects(Session& Work, const std::optional<std::wstring>& Clsid) {
+    const std::vector<RegistryEntry> All = Work.Registry().List(Clsid);
+    if (All.empty() && Clsid) MustBeClass(*Clsid);
+    if (Work.Chosen().Json) {
+        Json Entries = Json::array();
+        for (const RegistryEntry& Entry : All)
+            Entries.push_back({{"Clsid", ToUtf8Lossy(Entry.Clsid)},
+                               {"Name", ToUtf8Lossy(Entry.Name)},
+                               {"Id", Entry.Id},
+                               {"Desc", ToUtf8Lossy(Entry.Desc)},
+                               {"Version", Entry.Version},
+                               {"UserList", ToUtf8Lossy(Entry.UserList)},
+                               {"Revision", Entry.Revision}});
+        Work.Out() << Entries.dump(2) << '\n';
+        return exit_code::kDone;
+    }
+    std::size_t ClassWidth = 0;
+    std::size_t NameWidth = 0;
+    for (const RegistryEntry& Entry : All) {
+        ClassWidth = std::max(ClassWidth, Entry.Clsid.size());
+        NameWidth = std::max(NameWidth, Entry.Name.size());
+    }
+    for (const RegistryEntry& Entry : All) {
+        std::wstring Line = Padded(Entry.Clsid, ClassWidth) + L"  ";
+        Line += Entry.Desc.empty() ? Entry.Name : Padded(Entry.Name, NameWidth) + L"  " + Entry.Desc;
+        Work.Out() << ToUtf8Lossy(OneLine(Line)) << '\n';
+    }
+    return exit_code::kDone;
+}
+
+int NewObject(Session& Work, const std::wstring& Clsid, const std::wstring& Name, const std::wstring& Desc) {
+    MustBeClass(Clsid);
+    Work.Registry().Create(Clsid, Name, Desc);
+    return exit_code::kDone;
+}
+
+int DeleteObject(Session& Work, const std::wstring& Clsid, const std::wstring& Name) {
+    Work.FromRegistry(Clsid, [&](KvRegSvr& Registry) { Registry.Delete(Clsid, Name); });
+    return exit_code::kDone;
+}
+
+int ExportObject(Session& Work, const std::wstring& Clsid, const std::wstring& Name) {
+    const std::shared_ptr<RegData> Object = Work.Open(Clsid, Name);
+    Side Server(Work);
+    std::wstring Buffer;
+    Work.Must(Server.Editor().Export(Object, Clsid, Buffer));
+    Work.Out() << ToUtf8Lossy(Buffer);
+    return exit_code::kDone;
+}
+
+int ImportObject(Session& Work, const std::wstring& Clsid, const std::wstring& Name) {
+    const std::shared_ptr<RegistryObject> Object = Work.Open(Clsid, Name);
+    const std::int64_t Before = Object->Revision();
+    std::wstring Buffer = Work.ReadSection();
+    Side Server(Work);
+    Object->SetSaving(true);
+    Work.MustSave(Server.Editor().Import(Object, Clsid, Buffer));
+    if (Object->Revision() == Before)
+        TellTrouble("nothing has changed: this class takes no exported text", Work.Err());
+    return exit_code::kDone;
+}
+
+int ShowClipboard(Session& Work, const std::optional<std::filesystem::path>& File, std::int32_t Index) {
+    RegObject Object;
+    std::wstring Name;
+    std::wstring Path = File ? WideArgument(File->string()) : std::wstring();
+    Work.Must(ClipboardLoad(Object, Name, Path, Index));
+    if (Work.Chosen().Json)
+        Work.Out() << (Index == 0 ? Json() : ToJson(Object)).dump(2) << '\n';
+    else if (Index != 0)
+        PrintObject(Work.Out(), Object, 0);
+    return exit_code::kDone;
+}
+
+}  // namespace kv::host

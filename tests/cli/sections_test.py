@@ -1,0 +1,362 @@
+#!/usr/bin/env python3
+"""The commands on the tree and the sections of an object: tree, show, set, edit, add, move, remove."""
+
+import os
+import re
+import sqlite3
+import sys
+import unittest
+
+from kvcli import CliTest
+
+HEADER = "'[ID= 1]\n'[NAME= A]\n'[VERSION= 1]\n"
+FILTER = ('TABLE= ""\nEXPRESSION= ""\nAUTOMATIC= FALSE\nMERGEWITH= AND\nHELP= ""\nFLAGS= NONE\nMIRROROF= ""\n'
+          + HEADER)
+
+
+class Tree(CliTest):
+    def test_tree(self):
+        self.ok("new", "SORT", "Città")
+        self.assertEqual(self.ok("tree", "SORT", "Città"),
+                         "Città  [ROOT]\n"
+                         "    Parametri  [PARMS]\n"
+                         "        Parametri  [PARMS 1]\n"
+                         "        Tabella  [PARMS 0]\n")
+
+    def test_tree_as_json(self):
+        self.ok("new", "SORT", "A")
+        self.assertEqual(self.json("tree", "SORT", "A"), [
+            {"Key": "ROOT", "Parent": "", "Text": "A", "Kind": "", "Image": 12, "SelectedImage": 11},
+            {"Key": "PARMS", "Parent": "ROOT", "Text": "Parametri", "Kind": "", "Image": 12, "SelectedImage": 11,
+             "Section": "PARMS", "Position": []},
+            {"Key": "PARMS 1", "Parent": "PARMS", "Text": "Parametri", "Kind": "", "Image": 9, "SelectedImage": 9,
+             "Section": "PARMS", "Position": [1]},
+            {"Key": "PARMS 0", "Parent": "PARMS", "Text": "Tabella", "Kind": "", "Image": 9, "SelectedImage": 9,
+             "Section": "PARMS", "Position": [2]}])
+
+
+class Show(CliTest):
+    def test_a_section(self):
+        self.ok("new", "FILTER", "A")
+        self.assertEqual(self.ok("show", "FILTER", "A", "PARMS"), FILTER)
+        self.assertEqual(self.ok("show", "FILTER", "A", "PARMS", "1"), FILTER)
+
+    def test_by_position(self):
+        self.demo()
+        first = self.ok("show", "SORT", "CIFRE", "PARMS", "1")
+        self.assertTrue(first.startswith("NONUMERIC= FALSE\n"))
+        self.assertEqual(self.ok("show", "SORT", "CIFRE", "PARMS"), first)
+        table = self.ok("show", "SORT", "CIFRE", "PARMS", "2")
+        self.assertIn("\n39 = 39  [9] [9]\n3A = 00  [:] [ ]\n", table)
+        self.assertEqual(len(table.splitlines()), 2 + 256 + 4)
+
+    def test_every_section_below_a_heading(self):
+        self.demo()
+        text = self.ok("show", "SORT", "CIFRE")
+        self.assertEqual(text, "== PARMS 1: Parametri ==\n" + self.ok("show", "SORT", "CIFRE", "PARMS") +
+                         "\n== PARMS 2: Tabella ==\n" + self.ok("show", "SORT", "CIFRE", "PARMS", "2"))
+
+    def test_as_json(self):
+        self.ok("new", "FILTER", "A")
+        one = {"Section": "PARMS", "Position": [1], "Key": "PARMS 1", "Text": "Parametri",
+               "Buffer": FILTER.replace("\n", "\r\n")}
+        self.assertEqual(self.json("show", "FILTER", "A", "PARMS"), one)
+        self.assertEqual(self.json("show", "FILTER", "A"), [one])
+
+    def test_what_is_not_in_the_tree_is_refused(self):
+        self.ok("new", "SORT", "A")
+        told = "Argomento sconosciuto o errato nella linea di comando: "
+        self.refused(told + "PIPPO", "show", "SORT", "A", "PIPPO")
+        self.refused(told + "parms", "show", "SORT", "A", "parms")
+        self.refused(told + "ROOT", "show", "SORT", "A", "ROOT")
+        self.refused(told + "PARMS 3", "show", "SORT", "A", "PARMS", "3")
+        self.refused(told + "PARMS 1 1 1", "show", "SORT", "A", "PARMS", "1", "1", "1")
+        self.refused(told + "PIPPO 2", "set", "SORT", "A", "PIPPO", "2", input="FLAGS= NONE\n")
+        self.refused(told + "PIPPO", "edit", "SORT", "A", "PIPPO", env={"EDITOR": "true"})
+        self.refused(told + "PIPPO", "add", "SORT", "A", "PIPPO")
+        self.refused(told + "PARMS 7", "move", "SORT", "A", "PARMS", "7", "--up")
+        self.refused(told + "PARMS 7", "remove", "SORT", "A", "PARMS", "7")
+        self.assertEqual(self.revision("SORT", "A"), 1)
+
+
+class Set(CliTest):
+    def test_lf_and_cr_lf_are_the_same(self):
+        for number, end in enumerate(["\n", "\r\n"]):
+            name = f"A{number}"
+            self.ok("new", "FILTER", name)
+            self.ok("set", "FILTER", name, "PARMS", input=end.join(['TABLE= "autori"', "AUTOMATIC= VERO", "' nota",
+                                                                     'EXPRESSION= "città"', ""]))
+            shown = self.ok("show", "FILTER", name, "PARMS")
+            self.assertTrue(shown.startswith('TABLE= "AUTORI"\nEXPRESSION= "città"\nAUTOMATIC= TRUE\n'), shown)
+            self.assertEqual(self.revision("FILTER", name), 2)
+
+    def test_what_is_shown_can_be_set(self):
+        self.demo()
+        for clsid, name in (("CATALOGUE", "GENERALE"), ("FILTER", "CITTÀ"), ("IMPORT", "SPOGLI"), ("MEMBER", "BANCO"),
+                            ("REPOSITORY", "FOTOGRAFIE"), ("SORT", "SEGNATURE")):
+            for at in (["1"], ["2"]) if clsid == "SORT" else (["1"],):
+                text = self.ok("show", clsid, name, "PARMS", *at)
+                self.ok("set", clsid, name, "PARMS", *at, input=text)
+                self.assertEqual(self.ok("show", clsid, name, "PARMS", *at), text)
+
+    def test_a_line_without_an_end_and_a_byte_order_mark(self):
+        self.ok("new", "MEMBER", "A")
+        self.ok("set", "MEMBER", "A", "PARMS", input=b"\xef\xbb\xbfPASSWORD= x")
+        self.assertEqual(self.ok("show", "MEMBER", "A", "PARMS"), 'PASSWORD= "X"\n' + HEADER)
+
+    def test_the_second_leaf(self):
+        self.ok("new", "SORT", "A")
+        self.ok("set", "SORT", "A", "PARMS", "2", input="41 = 41\n61 = 41\n")
+        self.assertIn("\n60 = 00  [`] [ ]\n61 = 41  [a] [A]\n62 = 00  [b] [ ]\n",
+                      self.ok("show", "SORT", "A", "PARMS", "2"))
+
+    def test_a_refused_text_leaves_the_object_as_it_was(self):
+        self.ok("new", "FILTER", "A")
+        self.ok("set", "FILTER", "A", "PARMS", input='TABLE= "AUTORI"\n')
+        before = self.ok("show", "FILTER", "A", "PARMS")
+        for message, text in (
+                ("riga 2: Parametro non riconosciuto: PIPPO=1", "HELP= x\nPIPPO=1\n"),
+                ("riga 3: Ripetizone del parametro HELP=.", "HELP= x\r\n' nota\r\nHELP= y\r\n"),
+                ("riga 1: Errore di sintassi: PIPPO.", "PIPPO\n"),
+                ("riga 1: Valore sconosciuto per il parametro AUTOMATIC=(FORSE)", "AUTOMATIC= forse\n")):
+            self.refused(message, "set", "FILTER", "A", "PARMS", input=text)
+        self.assertEqual(self.ok("show", "FILTER", "A", "PARMS"), before)
+        self.assertEqual(self.revision("FILTER", "A"), 2)
+
+    def test_lax(self):
+        self.ok("new", "FILTER", "A")
+        self.ok("set", "--lax", "FILTER", "A", "PARMS", input="AUTOMATIC= forse\nMERGEWITH= XOR\nHELP= x\n")
+        self.assertEqual(self.ok("show", "FILTER", "A", "PARMS"), FILTER.replace('HELP= ""', 'HELP= "X"'))
+        self.refused("riga 1: Parametro non riconosciuto: PIPPO=1", "--lax", "set", "FILTER", "A", "PARMS",
+                     input="PIPPO=1")
+
+    def test_input_that_is_no_text(self):
+        self.ok("new", "MEMBER", "A")
+        self.assertIn("UTF-8", self.failed("set", "MEMBER", "A", "PARMS", input=b"PASSWORD= per\xf2\n"))
+        self.assertEqual(self.revision("MEMBER", "A"), 1)
+
+
+class Edit(CliTest):
+    def setUp(self):
+        super().setUp()
+        self.ok("new", "FILTER", "A")
+
+    def edit(self, script, **more):
+        """Runs edit with a shell script as the editor, $1 being the file; $SEEN gathers what it was given."""
+        self.seen = self.folder / "seen"
+        editor = self.script(f'cat "$1" >> "{self.seen}"\necho ---- >> "{self.seen}"\n' + script)
+        return self.kv("edit", "FILTER", "A", "PARMS", env={"EDITOR": str(editor)}, **more)
+
+    def left(self):
+        """The files that are left in the temporary folder."""
+        return sorted(f for f in self.temp.rglob("*") if not f.is_dir())
+
+    def test_unchanged(self):
+        done = self.edit("true")
+        self.assertEqual((done.code, done.out, done.err), (0, "", ""))
+        self.assertEqual(self.seen.read_text(), FILTER + "----\n")
+        self.assertEqual(self.revision("FILTER", "A"), 1)
+        self.assertEqual(list(self.temp.iterdir()), [])
+
+    def test_what_the_editor_leaves_beside_the_file_goes_too(self):
+        done = self.edit("""cp "$1" "$1~"; printf 'HELP= x\\n' > "$1" """)
+        self.assertEqual((done.code, done.err), (0, ""), done)
+        self.assertEqual(list(self.temp.iterdir()), [])
+
+    def test_changed(self):
+        done = self.edit("""sed -i 's/HELP= ""/HELP= "città"/' "$1" """)
+        self.assertEqual((done.code, done.out, done.err), (0, "", ""))
+        self.assertIn('HELP= "CITTÀ"', self.ok("show", "FILTER", "A", "PARMS"))
+        self.assertEqual(self.revision("FILTER", "A"), 2)
+        self.assertEqual(self.left(), [])
+
+    def test_an_editor_that_writes_cr_lf(self):
+        done = self.edit("""printf 'HELP= x\\r\\nTABLE= y\\r\\n' > "$1" """)
+        self.assertEqual((done.code, done.out, done.err), (0, "", ""))
+        self.assertTrue(self.ok("show", "FILTER", "A", "PARMS").startswith('TABLE= "Y"\n'))
+
+    def test_refused_then_corrected(self):
+        done = self.edit("""if grep -q "^' riga" "$1"; then sed -i 's/PIPPO=1/HELP= x/' "$1"
+                            else printf 'TABLE= y\\nPIPPO=1\\n' > "$1"; fi""")
+        self.assertEqual((done.code, done.out, done.err), (0, "", ""))
+        self.assertEqual(self.seen.read_text().split("----\n")[1],
+                         "' riga 3: Parametro non riconosciuto: PIPPO=1\nTABLE= y\nPIPPO=1\n",
+                         "the message names the line as it stands in the file that came back")
+        self.assertEqual(self.ok("show", "FILTER", "A", "PARMS"),
+                         FILTER.replace('TABLE= ""', 'TABLE= "Y"').replace('HELP= ""', 'HELP= "X"'))
+        self.assertEqual(self.revision("FILTER", "A"), 2)
+        self.assertEqual(self.left(), [])
+
+    def test_the_message_is_that_of_the_last_text(self):
+        done = self.edit("""case $(grep -c "^----" "$(dirname "$0")/seen") in
+                            1) printf 'PIPPO=1\\n' > "$1";;
+                            2) sed -i 's/^PIPPO.*/HELP= x\\nHELP= y/' "$1";;
+                            3) printf 'HELP= z\\n' > "$1";; esac""")
+        self.assertEqual((done.code, done.err), (0, ""), done)
+        self.assertEqual(self.seen.read_text().split("----\n")[2],
+                         "' riga 3: Ripetizone del parametro HELP=.\nHELP= x\nHELP= y\n")
+        self.assertIn('HELP= "Z"', self.ok("show", "FILTER", "A", "PARMS"))
+
+    def test_refused_then_left_as_it_is(self):
+        done = self.edit("""printf 'PIPPO=1\\n' > "$1" """)
+        self.assertEqual((done.code, done.out), (1, ""))
+        lines = done.err.splitlines()
+        self.assertEqual(lines[1:], ["riga 1: Parametro non riconosciuto: PIPPO=1"])
+        kept = re.fullmatch(r"kvdesign: nothing was saved; the text is in (.*)", lines[0]).group(1)
+        self.assertEqual([str(f) for f in self.left()], [kept])
+        self.assertEqual(self.left()[0].read_text(), "PIPPO=1\n")
+        self.assertEqual(self.left()[0].parent.stat().st_mode & 0o777, 0o700)
+        self.assertEqual(self.ok("show", "FILTER", "A", "PARMS"), FILTER)
+        self.assertEqual(self.revision("FILTER", "A"), 1)
+
+    def test_a_text_that_is_no_utf_8_comes_back_too(self):
+        done = self.edit("""if grep -q "^' Errore nei dati" "$1"; then printf 'HELP= x\\n' > "$1"
+                            else printf 'HELP= \\340\\n' > "$1"; fi""")
+        self.assertEqual((done.code, done.err), (0, ""), done)
+        self.assertIn('HELP= "X"', self.ok("show", "FILTER", "A", "PARMS"))
+
+    def test_an_editor_that_fails(self):
+        for script, how in (("exit 4", "exit code 4"), ("kill -9 $$", "signal 9|exit code 137")):
+            done = self.edit("echo HELP= x > $1\n" + script)
+            self.assertEqual((done.code, done.out), (3, ""), done)
+            self.assertRegex(done.err, rf"kvdesign: the editor .* failed \(({how})\), nothing was saved")
+        done = self.kv("edit", "FILTER", "A", "PARMS", env={"EDITOR": "/there/is/no/editor"})
+        self.assertEqual(done.code, 3)
+        self.assertIn("the editor `/there/is/no/editor` failed", done.err)
+        self.assertEqual(self.ok("show", "FILTER", "A", "PARMS"), FILTER)
+        self.assertEqual(self.left(), [])
+
+    def test_the_editor_is_a_command_line_and_visual_comes_first(self):
+        done = self.kv("edit", "FILTER", "A", "PARMS",
+                       env={"VISUAL": """sed -i -e 's/HELP= ""/HELP= x/'""", "EDITOR": "false"})
+        self.assertEqual((done.code, done.err), (0, ""), done)
+        self.assertIn('HELP= "X"', self.ok("show", "FILTER", "A", "PARMS"))
+
+    def test_a_save_that_comes_too_late_keeps_the_text(self):
+        other = f'"{os.environ["KVDESIGN"]}" --store "{self.store}" set FILTER A PARMS'
+        done = self.edit(f"""echo 'HELP= altro' | {other}
+                             printf 'HELP= mio\\n' > "$1" """)
+        self.assertEqual((done.code, done.out), (1, ""), done)
+        self.assertIn("è stato modificato da un altro programma", done.err)
+        self.assertEqual([f.read_text() for f in self.left()], ["HELP= mio\n"])
+        self.assertIn(str(self.left()[0]), done.err)
+        self.assertIn('HELP= "ALTRO"', self.ok("show", "FILTER", "A", "PARMS"))
+
+    def test_a_store_that_fails_keeps_the_text(self):
+        lock = f"""python3 -c 'import os, sqlite3
+open("{self.store}", "r+b").write(b"x" * 4096)'"""
+        done = self.edit(f"""printf 'HELP= mio\\n' > "$1"\n{lock}""")
+        self.assertEqual((done.code, done.out), (3, ""), done)
+        self.assertIn(str(self.store), done.err)
+        self.assertEqual([f.read_text() for f in self.left()], ["HELP= mio\n"])
+
+    def test_a_temporary_folder_that_is_not_there(self):
+        self.temp.rmdir()
+        self.assertIn(str(self.temp), self.failed("edit", "FILTER", "A", "PARMS", env={"EDITOR": "true"}))
+
+
+class Structure(CliTest):
+    def test_add_to_a_plain_section(self):
+        for clsid in ("CATALOGUE", "IMPORT"):
+            self.ok("new", clsid, "A")
+            self.assertRegex(self.ok("add", clsid, "A", "PARMS"), r"\APARMS \d+\n\Z")
+            self.assertEqual(self.revision(clsid, "A"), 2)
+
+    def test_what_changes_nothing_is_told_and_not_saved(self):
+        self.ok("new", "SORT", "A")
+        for command in (["add", "SORT", "A", "PARMS"], ["remove", "SORT", "A", "PARMS", "1"],
+                        ["remove", "SORT", "A", "PARMS", "--all"]):
+            done = self.kv(*command)
+            self.assertEqual((done.code, done.out), (0, ""), done)
+            self.assertTrue(done.err.startswith("kvdesign: nothing has changed"), done)
+        self.assertEqual(self.revision("SORT", "A"), 1)
+
+    def test_move_in_a_section_that_is_no_list(self):
+        self.ok("new", "SORT", "A")
+        for way in ("--up", "--down"):
+            done = self.kv("move", "SORT", "A", "PARMS", "2", way)
+            self.assertEqual((done.code, done.out), (1, ""))
+            self.assertEqual(done.err, "kvdesign: the server has refused, without a message\n")
+        self.assertEqual(self.revision("SORT", "A"), 1)
+
+
+class Lists(CliTest):
+    """A list whose elements are folders, and lists inside them."""
+
+    def setUp(self):
+        super().setUp()
+        self.ok("new", "STRINGTABLE", "A")
+
+    def do(self, command, *where, **more):
+        return self.ok(command, "STRINGTABLE", "A", *where, **more)
+
+    def captions(self):
+        """The captions of the tree, deepest level only as far as the elements go."""
+        return [node["Text"] for node in self.json("tree", "STRINGTABLE", "A")
+                if node.get("Position") and node["Section"] in ("FIELDS", "FIELDCAPTION")
+                and (node["Section"] == "FIELDS" or len(node["Position"]) == 2)]
+
+    def test_elements_are_added_named_moved_and_removed(self):
+        for name in ("UNO", "DUE", "TRE"):
+            self.assertRegex(self.do("add", "FIELDS"), r"\AFIELDS-\d+\n\Z")
+            self.do("set", "FIELDPARMS", str(len(self.captions())), input=f"NAME= {name}\n")
+        self.assertEqual(self.captions(), ["UNO", "DUE", "TRE"])
+        self.assertRegex(self.do("move", "FIELDS", "3", "--up"), r"\AFIELDS-\d+\n\Z")
+        self.assertEqual(self.captions(), ["UNO", "TRE", "DUE"])
+        self.do("move", "FIELDS", "1", "--down")
+        self.assertEqual(self.captions(), ["TRE", "UNO", "DUE"])
+        self.do("remove", "FIELDS", "2")
+        self.assertEqual(self.captions(), ["TRE", "DUE"])
+        self.assertIn('NAME= "DUE"\n', self.do("show", "FIELDPARMS", "2"))
+        self.do("remove", "FIELDS", "--all")
+        self.assertEqual(self.captions(), [])
+
+    def test_a_move_that_has_nowhere_to_go(self):
+        for name in ("UNO", "DUE"):
+            self.do("add", "FIELDS")
+        revision = self.revision("STRINGTABLE", "A")
+        for where, way in (("1", "--up"), ("2", "--down")):
+            self.assertEqual(self.kv("move", "STRINGTABLE", "A", "FIELDS", where, way).code, 1)
+        self.assertEqual(self.revision("STRINGTABLE", "A"), revision)
+
+    def test_lists_inside_an_element(self):
+        for name in ("UNO", "DUE"):
+            self.do("add", "FIELDS")
+            at = str(len(self.captions()))
+            self.do("set", "FIELDPARMS", at, input=f"NAME= {name}\n")
+        for text in ("prima", "seconda"):
+            self.do("add", "FIELDCAPTION", "2")
+            self.do("set", "FIELDCAPTION", "2", str(len(self.captions()) - 2), input=f"TEXT= {text}\nLANG= ita\n")
+        self.assertEqual(self.captions(), ["UNO", "DUE", "Messaggio: [ITA] prima", "Messaggio: [ITA] seconda"])
+        self.do("move", "FIELDCAPTION", "2", "2", "--up")
+        self.assertIn('TEXT= "seconda"\n', self.do("show", "FIELDCAPTION", "2", "1"))
+        self.assertIn('TEXT= "seconda"\n', self.do("show", "FIELDCAPTION"))
+        self.do("remove", "FIELDCAPTION", "2", "1")
+        self.assertEqual(self.captions(), ["UNO", "DUE", "Messaggio: [ITA] prima"])
+        self.refused("Argomento sconosciuto o errato nella linea di comando: FIELDCAPTION 1 1",
+                     "show", "STRINGTABLE", "A", "FIELDCAPTION", "1", "1")
+        self.do("remove", "FIELDCAPTION", "2", "--all")
+        self.assertEqual(self.captions(), ["UNO", "DUE"])
+        self.assertEqual(self.ok("check"), "")
+
+
+class Damaged(CliTest):
+    def test_an_object_whose_content_is_damaged(self):
+        self.ok("new", "FILTER", "A")
+        self.ok("new", "FILTER", "B")
+        base = sqlite3.connect(self.store)
+        base.execute("UPDATE objects SET Content = '{' WHERE Name = 'A'")
+        base.commit()
+        base.close()
+        for command in (["tree"], ["show"], ["export"]):
+            done = self.kv(*command, "FILTER", "A")
+            self.assertEqual((done.code, done.out), (1, ""), done)
+            self.assertIn("FILTER/A", done.err)
+        self.assertEqual(self.ok("list"), "FILTER  A\nFILTER  B\n")
+        self.ok("delete", "FILTER", "A")
+        self.assertEqual(self.ok("list"), "FILTER  B\n")
+        self.assertTrue(self.ok("show", "FILTER", "B", "PARMS").startswith("TABLE="))
+
+
+if __name__ == "__main__":
+    sys.exit(unittest.main(verbosity=2))
