@@ -79,7 +79,23 @@ constexpr SectionRow<E> kImportField[] = {
 using X = ImportIndexRecord;
 constexpr SectionRow<X> kImportIndex[] = {
     {L"TABLE=", read::Upper<&X::Table>, write::Quoted<&X::Table>},
-    {L"KEY=", read::Text<&X::Key>, write::Quoted<&X::Key>},
+    {L"KEY=",
+     [](X& Into, Parm& P) {
+         P.Unquote();
+         const std::wstring Folded = StrUtil::UpperCase(P.Value);
+         for (const std::wstring_view Form : kKeyForms) {
+             const bool Begins = Form.back() == L'(' && Folded.starts_with(Form);
+             if (!Begins && Folded != Form) continue;
+             Into.Key = Begins ? std::wstring(P.Value) : Folded;
+             return false;
+         }
+         if (P.Value.empty())
+             Into.Key.clear();
+         else
+             P.BadIfStrict();
+         return false;
+     },
+     write::Quoted<&X::Key>},
     {L"FLAGS=", read::Flags<&X::Flags, kImportIndexFlags>, write::Flags<&X::Flags, kImportIndexFlags>},
 };
 

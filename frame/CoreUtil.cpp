@@ -1,6 +1,7 @@
 #include "frame/CoreUtil.h"
 
 #include <system_error>
+#include <type_traits>
 #include <utility>
 
 namespace kv {
@@ -20,6 +21,31 @@ void Empty(KvError& Error) noexcept {
     Error.Line = 0;
 }
 
+// False for a character that is none of Unicode's.
+[[maybe_unused]] bool AppendUtf8(std::wstring_view Text, std::u8string& Bytes) {
+    const auto Put = [&](std::uint32_t Byte) { Bytes.push_back(static_cast<char8_t>(Byte)); };
+    for (const wchar_t C : Text) {
+        const auto Code = static_cast<std::uint32_t>(C);
+        if (Code > 0x10FFFF || (Code >= 0xD800 && Code <= 0xDFFF)) return false;
+        if (Code < 0x80) {
+            Put(Code);
+            continue;
+        }
+        if (Code < 0x800) {
+            Put(0xC0U | (Code >> 6U));
+        } else if (Code < 0x10000) {
+            Put(0xE0U | (Code >> 12U));
+            Put(0x80U | ((Code >> 6U) & 0x3FU));
+        } else {
+            Put(0xF0U | (Code >> 18U));
+            Put(0x80U | ((Code >> 12U) & 0x3FU));
+            Put(0x80U | ((Code >> 6U) & 0x3FU));
+        }
+        Put(0x80U | (Code & 0x3FU));
+    }
+    return true;
+}
+
 std::wstring Closed(std::wstring Folder) {
     if (Folder.empty() || Folder.back() == L'/' || Folder.back() == L'\\') return Folder;
     Folder.push_back(static_cast<wchar_t>(std::filesystem::path::preferred_separator));
@@ -27,6 +53,8 @@ std::wstring Closed(std::wstring Folder) {
 }
 
 }  // namespace
+
+RegistryServer::~RegistryServer() { CoreUtil::Instance().ForgetRegistry(this); }
 
 CoreUtil& CoreUtil::Instance() noexcept {
     static CoreUtil One;
@@ -127,7 +155,15 @@ bool CoreUtil::FileExists(const std::wstring& Path) const noexcept {
 
 bool CoreUtil::ToPath(const std::wstring& Text, std::filesystem::path& Path) noexcept {
     try {
-        Path = std::filesystem::path(Text);
+        if constexpr (std::is_same_v<std::filesystem::path::value_type, wchar_t>) {
+            Path = std::filesystem::path(Text);
+        } else {
+            // The library would narrow by the locale of the process; names of files are UTF-8 whatever that
+            // is.
+            std::u8string Bytes;
+            if (!AppendUtf8(Text, Bytes)) return false;
+            Path = std::filesystem::path(Bytes);
+        }
         return true;
     } catch (...) {
         return false;

@@ -16,7 +16,11 @@ namespace kv {
 /// The registry server component as CoreUtil knows it: it is handed in and handed on.
 class RegistryServer {
   public:
-    virtual ~RegistryServer() = default;
+    RegistryServer() = default;
+    RegistryServer(const RegistryServer&) = delete;
+    RegistryServer& operator=(const RegistryServer&) = delete;
+    /// CoreUtil forgets it.
+    virtual ~RegistryServer();
 };
 
 class CoreUtil {
@@ -30,6 +34,10 @@ class CoreUtil {
     /// Called by each server object at its creation. `Registry` may be null; it must outlive its use.
     void Init(RegistryServer* Registry, std::wstring_view IniFile, std::int32_t Mode);
     RegistryServer* Registry() const noexcept { return Registry_; }
+    /// Lets go of `Gone` if it is the one handed in.
+    void ForgetRegistry(const RegistryServer* Gone) noexcept {
+        if (Registry_ == Gone) Registry_ = nullptr;
+    }
     const std::wstring& IniFile() const noexcept { return IniFile_; }
     std::int32_t Mode() const noexcept { return Mode_; }
 

@@ -268,7 +268,8 @@ bool ReadKvData(RegObject& Target, FileNumber& Number) {
     });
 }
 
-bool ClipboardLoad(RegObject& Target, std::wstring& Name, std::wstring& Path, std::int32_t Index) {
+bool ClipboardLoad(RegObject& Target, std::wstring& Name, std::wstring& Path, std::int32_t Index,
+                   Telling Faults) {
     return Trap(L"vdbInclude.ClipboardLoad", [&] {
         DefaultClipboardPath(Path);
         FileNumber File;
@@ -282,7 +283,7 @@ bool ClipboardLoad(RegObject& Target, std::wstring& Name, std::wstring& Path, st
             Position = File.ReadLong();
             Name = ReadString(File);
             if (ReadKvData(Target, File)) {
-                CoreUtil::Instance().ShowLastError();
+                if (Faults == Telling::Show) CoreUtil::Instance().ShowLastError();
                 return true;
             }
         }
@@ -308,11 +309,14 @@ bool ClipboardStore(const RegObject& Source, std::wstring& Path) {
         if (Refused != 0) Raise(Refused, L"Impossibile creare il file " + Path);
         File.Write(Bytes);
         CloseFile(File);
+        std::filesystem::path From;
+        std::filesystem::path To;
         std::error_code Failed;
-        std::filesystem::rename(std::filesystem::path(Beside), std::filesystem::path(Path), Failed);
+        if (CoreUtil::ToPath(Beside, From) && CoreUtil::ToPath(Path, To))
+            std::filesystem::rename(From, To, Failed);
         if (Failed) {
             std::error_code Ignored;
-            std::filesystem::remove(std::filesystem::path(Beside), Ignored);
+            std::filesystem::remove(From, Ignored);
             Raise(fault::kFileAccess, L"Impossibile creare il file " + Path);
         }
         return false;

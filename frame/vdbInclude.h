@@ -82,6 +82,9 @@ std::uint8_t DefaultSortWeight(std::uint8_t Code) noexcept;
 /// True on failure (source "vdbInclude.DefaultSortLoad"); Table is then empty.
 [[nodiscard]] bool DefaultSortLoad(std::wstring& Table);
 
+/// Whether a fault is shown to the operator at once or waits in the error store.
+enum class Telling { Show, Keep };
+
 /// Reads entry `Index` (1-based) of the clipboard file into `Target` and `Name`; 0 reads nothing and
 /// succeeds. An empty `Path` becomes KVDSCLP.TMP in the temporary folder.
 ///
@@ -93,8 +96,9 @@ std::uint8_t DefaultSortWeight(std::uint8_t Code) noexcept;
 /// file temporaneo <path>", with the number of OpenFile), 20000 "Elemento non presente nella clipboard." for
 /// an Index beyond the number of entries, a position or length that runs past the end. A fault inside an
 /// object is shown to the operator here; Target may then be filled in part.
+/// With Telling::Keep that one too waits in the error store.
 [[nodiscard]] bool ClipboardLoad(RegObject& Target, std::wstring& Name, std::wstring& Path,
-                                 std::int32_t Index);
+                                 std::int32_t Index, Telling Faults = Telling::Show);
 
 /// Reads one stored object with all its children at the file's place: Name, Text, Id, Version, Desc, Number2,
 /// Number3, String3, String4, UserList, String5, then the int32 number of children and the children likewise;

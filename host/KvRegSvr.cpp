@@ -248,7 +248,8 @@ void RegistryStore::Recognise() {
     Execute("PRAGMA journal_mode = DELETE");
     Execute("BEGIN");
     // SQLite takes a last page that is cut off for zeros.
-    if (FileSize() < Pragma("PRAGMA page_count") * Pragma("PRAGMA page_size")) Fail(SQLITE_CORRUPT);
+    const std::int64_t Whole = Pragma("PRAGMA page_count") * Pragma("PRAGMA page_size");
+    if (FileSize() < Whole) Fail(SQLITE_CORRUPT);
     Execute("COMMIT");
 }
 

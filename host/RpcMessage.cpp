@@ -127,6 +127,7 @@ bool RpcLine::IsText(const JsonIn& Member) const {
 
 std::optional<RpcLine> ParseLine(std::string Line) {
     RpcLine Read;
+    if (Line.find('\0') != std::string::npos) return std::nullopt;  // the parser would take it for the end
     if (const std::vector<std::size_t> Halves = HalfPairs(Line); !Halves.empty()) {
         const int Unused = UnusedCharacter(Line);
         if (Unused < 0) return std::nullopt;

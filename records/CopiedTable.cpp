@@ -9,7 +9,7 @@ bool LoadCopiedTable(TableRecord& Table) {
     RegObject Copied;
     std::wstring Name;
     std::wstring Path;
-    bool Failed = ClipboardLoad(Copied, Name, Path, 1);
+    bool Failed = ClipboardLoad(Copied, Name, Path, 1, Telling::Keep);
     if (!Failed) {
         MemoryRegData Object(L"TABLE", std::move(Copied));
         Failed = Table.Load(Object);

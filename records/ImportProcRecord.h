@@ -79,6 +79,11 @@ inline constexpr std::array<Word, 5> kImportFieldActions{{
     {L"SCRIPT", 4},
 }};
 
+/// How the keys of an index are made: words, and the beginnings of function forms (those that end in a
+/// bracket).
+inline constexpr std::array<std::wstring_view, 7> kKeyForms{L"FIELDS(",   L"DELIMITED(", L"RANGE(", L"WORDS(",
+                                                            L"WORDSIND(", L"FULLTEXT",   L"OLE("};
+
 /// What a script is written in.
 inline constexpr std::array<Word, 2> kScriptLanguages{{
     {L"VBSCRIPT", 0},

@@ -38,9 +38,6 @@ constexpr auto kScriptChoices = WordsOf(kScriptLanguages);
 
 // A list of libraries, or a file that holds one.
 constexpr std::array<std::wstring_view, 2> kLibraryForms{L"<LIBLIST>", L"@nomefile"};
-// The beginnings of function forms that the operator completes.
-constexpr std::array<std::wstring_view, 7> kKeyForms{L"FIELDS(",   L"DELIMITED(", L"RANGE(", L"WORDS(",
-                                                     L"WORDSIND(", L"FULLTEXT",   L"OLE("};
 
 constexpr Choice kChoices[] = {
     {kParms, L"FLAGS=", kFlagChoices},

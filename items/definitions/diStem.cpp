@@ -242,9 +242,8 @@ bool diStem::SaveData(const Head& At, std::wstring& NewItemKey, std::wstring& Bu
         }
         if (At.Key == kCommandTips) {
             const Place Of = PlaceOf(Tree(), At, 1, Self::Yes);
-            std::wstring Caption;
-            return CaptionSave(Buffer, TipsOf(Record(), Of).Item(Of[1]), Caption, Flags) ||
-                   Show(At.CurrItem, Caption);
+            ParmItem& Edited = TipsOf(Record(), Of).Item(Of[1]);
+            return ParmEditor::SaveCaption(Edited, Buffer, Flags) || Show(At.CurrItem, MessageNode(Edited));
         }
         if (At.Key == kFieldParms)
             return SaveFieldParm(Buffer, PlaceOf(Tree(), At, 1, Self::No)[0], SyntaxOn);

@@ -290,53 +290,58 @@ class Lists(CliTest):
     def do(self, command, *where, **more):
         return self.ok(command, "STRINGTABLE", "A", *where, **more)
 
-    def captions(self):
-        """The captions of the tree, deepest level only as far as the elements go."""
+    def captions(self, section, depth):
+        """What the tree calls the elements of the lists `section`, in order."""
         return [node["Text"] for node in self.json("tree", "STRINGTABLE", "A")
-                if node.get("Position") and node["Section"] in ("FIELDS", "FIELDCAPTION")
-                and (node["Section"] == "FIELDS" or len(node["Position"]) == 2)]
+                if node.get("Section") == section and len(node["Position"]) == depth]
+
+    def names(self):
+        return self.captions("FIELDS", 1)
+
+    def texts(self):
+        return self.captions("FIELDCAPTION", 2)
+
+    def add(self, *names):
+        for name in names:
+            self.assertRegex(self.do("add", "FIELDS"), r"\AFIELDS-\d+\n\Z")
+            self.do("set", "FIELDPARMS", str(len(self.names())), input=f"NAME= {name}\n")
 
     def test_elements_are_added_named_moved_and_removed(self):
-        for name in ("UNO", "DUE", "TRE"):
-            self.assertRegex(self.do("add", "FIELDS"), r"\AFIELDS-\d+\n\Z")
-            self.do("set", "FIELDPARMS", str(len(self.captions())), input=f"NAME= {name}\n")
-        self.assertEqual(self.captions(), ["UNO", "DUE", "TRE"])
+        self.add("UNO", "DUE", "TRE")
+        self.assertEqual(self.names(), ["UNO", "DUE", "TRE"])
         self.assertRegex(self.do("move", "FIELDS", "3", "--up"), r"\AFIELDS-\d+\n\Z")
-        self.assertEqual(self.captions(), ["UNO", "TRE", "DUE"])
+        self.assertEqual(self.names(), ["UNO", "TRE", "DUE"])
         self.do("move", "FIELDS", "1", "--down")
-        self.assertEqual(self.captions(), ["TRE", "UNO", "DUE"])
+        self.assertEqual(self.names(), ["TRE", "UNO", "DUE"])
         self.do("remove", "FIELDS", "2")
-        self.assertEqual(self.captions(), ["TRE", "DUE"])
+        self.assertEqual(self.names(), ["TRE", "DUE"])
         self.assertIn('NAME= "DUE"\n', self.do("show", "FIELDPARMS", "2"))
         self.do("remove", "FIELDS", "--all")
-        self.assertEqual(self.captions(), [])
+        self.assertEqual(self.names(), [])
 
     def test_a_move_that_has_nowhere_to_go(self):
-        for name in ("UNO", "DUE"):
-            self.do("add", "FIELDS")
+        self.add("UNO", "DUE")
         revision = self.revision("STRINGTABLE", "A")
         for where, way in (("1", "--up"), ("2", "--down")):
             self.assertEqual(self.kv("move", "STRINGTABLE", "A", "FIELDS", where, way).code, 1)
         self.assertEqual(self.revision("STRINGTABLE", "A"), revision)
 
     def test_lists_inside_an_element(self):
-        for name in ("UNO", "DUE"):
-            self.do("add", "FIELDS")
-            at = str(len(self.captions()))
-            self.do("set", "FIELDPARMS", at, input=f"NAME= {name}\n")
-        for text in ("prima", "seconda"):
+        self.add("UNO", "DUE")
+        self.do("remove", "FIELDCAPTION", "1", "--all")
+        self.do("remove", "FIELDCAPTION", "2", "--all")
+        self.assertEqual(self.texts(), [])
+        for place, text in enumerate(("prima", "seconda"), 1):
             self.do("add", "FIELDCAPTION", "2")
-            self.do("set", "FIELDCAPTION", "2", str(len(self.captions()) - 2), input=f"TEXT= {text}\nLANG= ita\n")
-        self.assertEqual(self.captions(), ["UNO", "DUE", "Messaggio: [ITA] prima", "Messaggio: [ITA] seconda"])
+            self.do("set", "FIELDCAPTION", "2", str(place), input=f"TEXT= {text}\nLANG= ita\n")
+        self.assertEqual(self.texts(), ["Messaggio: [ITA] prima", "Messaggio: [ITA] seconda"])
         self.do("move", "FIELDCAPTION", "2", "2", "--up")
         self.assertIn('TEXT= "seconda"\n', self.do("show", "FIELDCAPTION", "2", "1"))
         self.assertIn('TEXT= "seconda"\n', self.do("show", "FIELDCAPTION"))
         self.do("remove", "FIELDCAPTION", "2", "1")
-        self.assertEqual(self.captions(), ["UNO", "DUE", "Messaggio: [ITA] prima"])
+        self.assertEqual(self.texts(), ["Messaggio: [ITA] prima"])
         self.refused("Argomento sconosciuto o errato nella linea di comando: FIELDCAPTION 1 1",
                      "show", "STRINGTABLE", "A", "FIELDCAPTION", "1", "1")
-        self.do("remove", "FIELDCAPTION", "2", "--all")
-        self.assertEqual(self.captions(), ["UNO", "DUE"])
         self.assertEqual(self.ok("check"), "")
 
 

@@ -1,0 +1,243 @@
+// The sections under test: for each its operations, and its keywords as the tests state them, apart from the
+// tables of the code.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "editor/ParmEditor.h"
+#include "records/RepositoryRecord.h"
+
+namespace kv::test {
+
+/// How the value of a keyword is read and written.
+enum class Reads {
+    Name,     // quoted, folded to upper case
+    Kept,     // quoted, case kept
+    Boolean,  // TRUE or FALSE
+    Flags,    // words joined by "|", NONE for none
+    OneWord,  // one word of a list
+    Number,   // decimal
+};
+
+using WordList = std::vector<std::pair<std::wstring_view, std::int32_t>>;
+
+struct Row {
+    std::wstring_view Keyword;
+    std::wstring_view Property;
+    Reads How;
+    WordList Words{};
+    bool Identity = false;  // the property is one of those that every record begins with
+};
+
+inline SaveFlags FlagsFor(bool Strict) {
+    SaveFlags Flags;
+    static_cast<void>(SetSaveFlags(Flags, Strict));
+    return Flags;
+}
+
+inline const WordList& ActionWords() {
+    static const WordList kWords{
+        {L"NONE", -1},       {L"MENU", 1},      {L"BROWSE", 2},       {L"HELP", 3},       {L"RECORD", 4},
+        {L"QUERY", 5},       {L"BACK", 6},      {L"QUIT", 7},         {L"LINK", 9},       {L"SHELL", 10},
+        {L"SPAWN", 11},      {L"LOANIC", 13},   {L"QUERYRESULT", 15}, {L"ADMIN", 16},     {L"LANG", 17},
+        {L"HTMLMOVE", 18},   {L"LOGIN", 19},    {L"HBACK", 20},       {L"SPAWN16", 21},   {L"SPAWNDOC", 22},
+        {L"SPAWNDOC16", 23}, {L"SHELLDOC", 24}, {L"WEBCLIENT", 26},   {L"DBSELECT", 27},  {L"SETOPS", 28},
+        {L"NAVIGATE", 29},   {L"PASSWORD", 30}, {L"CLIENTSETUP", 31}, {L"LOANSTART", 32}, {L"LOANQUIT", 33},
+        {L"SHELLWIN", 34},   {L"INFO", 35},     {L"KVRSELECT", 36},   {L"IMAGE", 37},     {L"SEEK", 38},
+        {L"OPEN", 39},       {L"CLOSEALL", 40}, {L"QUERYGET", 41},    {L"BOOLSTEM", 42},  {L"SHELF", 43},
+        {L"IMAGELIST", 44},  {L"ZOOMIN", 45},   {L"ZOOMOUT", 46},     {L"MAP", 47},       {L"LOANACTION", 48},
+        {L"IMAGEUM", 49},    {L"IMAGETAG", 50}};
+    return kWords;
+}
+
+struct CatalogueSection {
+    using Record = CatalogueRecord;
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveCatalogue";
+    static constexpr bool kKeeps = false;          // what the text leaves out keeps its value
+    static constexpr bool kNeedsLanguage = false;  // strict: LANG= must not be empty
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveCatalogue(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispCatalogue(From, Buffer, FlagsFor(true));
+    }
+    static std::vector<Row> Rows() {
+        return {{L"RETRIEVAL=", L"Retrieval", Reads::Name}, {L"TABLE=", L"Table", Reads::Name},
+                {L"PROFILE=", L"Profile", Reads::Name},     {L"QUERY=", L"Query", Reads::Name},
+                {L"BROWSE=", L"Browse", Reads::Name},       {L"PATH=", L"Path", Reads::Kept},
+                {L"HELP=", L"Help", Reads::Name},           {L"HELPWWW=", L"HelpWww", Reads::Name},
+                {L"FLAGS=", L"Flags", Reads::Flags},        {L"MIRROROF=", L"MirrorOf", Reads::Kept}};
+    }
+};
+
+/// A catalogue is exported through the record of an import.
+struct CatalogueOfImportSection : CatalogueSection {
+    using Record = ImportRecord;
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveCatalogue(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispCatalogue(From, Buffer, FlagsFor(true));
+    }
+};
+
+struct FilterSection {
+    using Record = FilterRecord;
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveFilter";
+    static constexpr bool kKeeps = false;
+    static constexpr bool kNeedsLanguage = false;
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveFilter(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispFilter(From, Buffer, FlagsFor(true));
+    }
+    static std::vector<Row> Rows() {
+        return {{L"TABLE=", L"Table", Reads::Name},
+                {L"EXPRESSION=", L"Expression", Reads::Kept},
+                {L"AUTOMATIC=", L"Automatic", Reads::Boolean},
+                {L"MERGEWITH=", L"MergeWith", Reads::OneWord, {{L"AND", 0}, {L"OR", 1}}},
+                {L"HELP=", L"Help", Reads::Name},
+                {L"FLAGS=", L"Flags", Reads::Flags},
+                {L"MIRROROF=", L"MirrorOf", Reads::Kept}};
+    }
+};
+
+struct ImportSection {
+    using Record = ImportRecord;
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveImport";
+    static constexpr bool kKeeps = false;
+    static constexpr bool kNeedsLanguage = false;
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveImport(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispImport(From, Buffer, FlagsFor(true));
+    }
+    static std::vector<Row> Rows() {
+        return {{L"PROCEDURE=", L"Procedure", Reads::Name},
+                {L"RETRIEVAL=", L"Retrieval", Reads::Name},
+                {L"SOURCEPATH=", L"SourcePath", Reads::Kept},
+                {L"TARGETPATH=", L"TargetPath", Reads::Kept},
+                {L"LOGFILE=", L"LogFile", Reads::Kept},
+                {L"PROCTYPE=",
+                 L"ProcType",
+                 Reads::Flags,
+                 {{L"NODBR", 1},
+                  {L"ONLYDBR", 2},
+                  {L"UNKNOWTAGWARN", 4},
+                  {L"UNKNOWTAGSTOP", 8},
+                  {L"INCREMENTAL", 16},
+                  {L"COMPACTDB", 32},
+                  {L"NONULLMAINKEY", 64},
+                  {L"REFRESH", 128}}},
+                {L"FLAGS=", L"Flags", Reads::Flags, {{L"ZIPFILES", 1}, {L"CABFILES", 2}}},
+                {L"LOCKED=", L"Locked", Reads::Boolean},
+                {L"MIRROROF=", L"MirrorOf", Reads::Kept}};
+    }
+};
+
+struct CaptionSection {
+    using Record = ParmItem;
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveCaption";
+    static constexpr bool kKeeps = false;
+    static constexpr bool kNeedsLanguage = true;
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveCaption(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispCaption(From, Buffer, FlagsFor(true));
+    }
+    static std::vector<Row> Rows() {
+        return {{L"TEXT=", L"Text", Reads::Kept}, {L"LANG=", L"Language", Reads::Name}};
+    }
+};
+
+struct TitleSection : CaptionSection {
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveTitle";
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveTitle(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispTitle(From, Buffer, FlagsFor(true));
+    }
+};
+
+struct HtmlSection {
+    using Record = HtmlRecord;
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveHtml";
+    static constexpr bool kKeeps = false;
+    static constexpr bool kNeedsLanguage = true;
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveHtml(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispHtml(From, Buffer, FlagsFor(true));
+    }
+    static std::vector<Row> Rows() {
+        return {{L"FILENAME=", L"FileName", Reads::Kept},
+                {L"LANG=", L"Language", Reads::Name},
+                {L"ACTION=", L"Action", Reads::OneWord, ActionWords()}};
+    }
+};
+
+struct FontSection {
+    using Record = FontRecord;
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveFont";
+    static constexpr bool kKeeps = false;
+    static constexpr bool kNeedsLanguage = false;
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveFont(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispFont(From, Buffer, FlagsFor(true));
+    }
+    static std::vector<Row> Rows() {
+        return {{L"NAME=", L"Name", Reads::Kept, {}, true},
+                {L"SIZE=", L"Size", Reads::Number},
+                {L"BOLD=", L"Bold", Reads::Boolean},
+                {L"ITALIC=", L"Italic", Reads::Boolean},
+                {L"UNDERLINE=", L"Underline", Reads::Boolean}};
+    }
+};
+
+struct CommandSection {
+    using Record = CommandRecord;
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveCommand";
+    static constexpr bool kKeeps = false;
+    static constexpr bool kNeedsLanguage = false;
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveCommand(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispCommand(From, Buffer, FlagsFor(true));
+    }
+    static std::vector<Row> Rows() {
+        return {{L"CODE=", L"Code", Reads::Name},
+                {L"ACTION=", L"Action", Reads::OneWord, ActionWords()},
+                {L"ENABLED=", L"Enabled", Reads::Boolean},
+                {L"VISIBLE=", L"Visible", Reads::Boolean}};
+    }
+};
+
+/// The record of a repository reads and writes its own section.
+struct RepositorySection {
+    using Record = RepositoryRecord;
+    static constexpr std::wstring_view kSource = L"RepositoryRecord.SaveParm";
+    static constexpr bool kKeeps = true;
+    static constexpr bool kNeedsLanguage = false;
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) { return Into.SaveParm(Text, Strict); }
+    static bool Disp(const Record& From, std::wstring& Buffer) { return From.DispParm(Buffer, 0); }
+    static std::vector<Row> Rows() {
+        return {{L"PATH=", L"Path", Reads::Kept},         {L"URL=", L"Url", Reads::Kept},
+                {L"TABLE=", L"Table", Reads::Name},       {L"KEYFIELD=", L"KeyField", Reads::Name},
+                {L"TEMPPATH=", L"TempPath", Reads::Kept}, {L"READONLY=", L"ReadOnly", Reads::Boolean},
+                {L"FLAGS=", L"Flags", Reads::Flags},      {L"MIRROROF=", L"MirrorOf", Reads::Kept}};
+    }
+};
+
+}  // namespace kv::test
