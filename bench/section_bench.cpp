@@ -17,7 +17,10 @@ std::wstring TextOf(std::int64_t Lines) {
 }
 
 void Over(benchmark::internal::Benchmark* Bench) {
-    Bench->RangeMultiplier(10)->Range(1000, 1000000)->Unit(benchmark::kMillisecond)->Complexity(benchmark::oN);
+    Bench->RangeMultiplier(10)
+        ->Range(1000, 1000000)
+        ->Unit(benchmark::kMillisecond)
+        ->Complexity(benchmark::oN);
 }
 
 void FindLineEnds(benchmark::State& State) {

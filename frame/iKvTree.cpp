@@ -5,8 +5,10 @@
 namespace kv {
 
 bool iKvTree::ShowPropTable(const std::wstring&, const std::wstring&) {
-    CoreUtil::Instance().Door().Beep();
-    return false;
+    return Trap(L"iKvTree.ShowPropTable", [] {
+        CoreUtil::Instance().Door().Beep();
+        return false;
+    });
 }
 
 bool iKvTree::ShowUsers(const Head&) { return false; }

@@ -15,6 +15,8 @@ namespace kv {
 namespace {
 
 constexpr int kDeepest = 64;
+// An object with all its strings empty and no child.
+constexpr std::int64_t kSmallestObject = 12 * 4;
 
 void AppendLong(std::string& Bytes, std::int64_t Value) {
     if (Value > std::numeric_limits<std::int32_t>::max()) RaiseFault(fault::kOverflow);
@@ -51,7 +53,9 @@ void AppendObjectHead(std::string& Bytes, const RegObject& Object, std::size_t C
 }
 
 void AppendObject(std::string& Bytes, const RegObject& Object, int Depth) {
-    if (Depth > kDeepest) Raise(L"Oggetto con troppi livelli per la clipboard.");
+    // In the file a value stands one level below its object.
+    if (Depth + (Object.Values.empty() ? 0 : 1) > kDeepest)
+        Raise(L"Oggetto con troppi livelli per la clipboard.");
     AppendObjectHead(Bytes, Object, Object.Values.size() + Object.Children.size());
     RegObject Plain;
     for (const RegNamedValue& Entry : Object.Values) {
@@ -65,8 +69,6 @@ void AppendObject(std::string& Bytes, const RegObject& Object, int Depth) {
 std::wstring ReadString(FileNumber& Number) { return StrUtil::FromBytes(Number.Read(Number.ReadLong())); }
 
 void ReadObject(RegObject& Target, FileNumber& Number, int Depth) {
-    // An object with all its strings empty and no child.
-    constexpr std::int64_t kSmallest = 12 * 4;
     if (Depth > kDeepest) Raise(L"Dati errati nella clipboard: troppi livelli.");
     Target.Name = ReadString(Number);
     Target.Text = ReadString(Number);
@@ -82,7 +84,7 @@ void ReadObject(RegObject& Target, FileNumber& Number, int Depth) {
     const std::int32_t Children = Number.ReadLong();
     Target.Values.clear();
     Target.Children.clear();
-    if (Children < 0 || Children > (Number.Length() - Number.Place() + 1) / kSmallest)
+    if (Children < 0 || Children > (Number.Length() - Number.Place() + 1) / kSmallestObject)
         RaiseFault(fault::kReadPastEnd);
     for (std::int32_t I = 0; I < Children; ++I) {
         Target.Children.emplace_back();
@@ -276,7 +278,10 @@ bool ClipboardLoad(RegObject& Target, std::wstring& Name, std::wstring& Path, st
         if (const std::int32_t Refused = OpenFile(Path, mode::kBinary | mode::kRead, 32, 0, File);
             Refused != 0)
             Raise(Refused, L"Impossibile aprire il file temporaneo " + Path);
-        if (Index > File.ReadLong()) Raise(L"Elemento non presente nella clipboard.");
+        constexpr std::int64_t kSmallestEntry = 2 * 4 + kSmallestObject;
+        const std::int32_t Count = File.ReadLong();
+        if (Index > Count) Raise(L"Elemento non presente nella clipboard.");
+        if (Index > 0 && Count > (File.Length() - 4) / kSmallestEntry) RaiseFault(fault::kReadPastEnd);
         std::int64_t Position = File.Place();
         for (std::int32_t Entry = 0; Entry < Index; ++Entry) {
             File.Seek(Position);

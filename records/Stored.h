@@ -109,7 +109,9 @@ inline void FromRegValue(const RegValue& Value, bool& Into) {
         Into = *Number != 0;
     } else {
         std::wstring Text = std::get<std::wstring>(Value);
-        Into = BoolWord(Text) != 0;
+        const int Word = BoolWord(Text);
+        const bool IsNumber = Text.find_first_of(L"0123456789") != std::wstring::npos;
+        Into = Word == 1 && IsNumber ? StrUtil::Number(Text) != 0 : Word != 0;
     }
 }
 template <std::integral T>
@@ -307,7 +309,7 @@ struct Stored : Identity {
         Rest.UserList = From.UserList;
         Rest.String5 = From.String5;
         for (const RegNamedValue& Entry : From.Values)
-            if (!Knows(Entry.Name)) Rest.Values.push_back(Entry);
+            if (!Knows(Entry.Name) || KnowsList(Entry.Name)) Rest.Values.push_back(Entry);
         for (const RegObject& Child : From.Children) {
             if (!Knows(Child.Name) || From.Child(Child.Name) != &Child) {
                 Rest.Children.push_back(Child);

@@ -45,7 +45,8 @@ std::size_t LargestPiece(Body&& Run) {
 
 }  // namespace kv::test
 
-void* operator new(std::size_t Size) {
+// Not inlined: seen from where it is used, a free of what new gave would look like a mistake.
+[[gnu::noinline]] void* operator new(std::size_t Size) {
     kv::test::MemoryState& State = kv::test::Memory();
     if (Size > State.Largest) State.Largest = Size;
     if (State.LeftToGive == 0) {
@@ -57,5 +58,5 @@ void* operator new(std::size_t Size) {
     throw std::bad_alloc();
 }
 
-void operator delete(void* Piece) noexcept { std::free(Piece); }
-void operator delete(void* Piece, std::size_t) noexcept { std::free(Piece); }
+[[gnu::noinline]] void operator delete(void* Piece) noexcept { std::free(Piece); }
+[[gnu::noinline]] void operator delete(void* Piece, std::size_t) noexcept { std::free(Piece); }
