@@ -328,7 +328,7 @@ TEST_F(Clipboard, MoreEntriesThanTheFileCanHoldFail) {
 }
 
 TEST_F(Clipboard, EveryIntegerDamagedInEveryWayNeitherCrashesNorTakesMuchMemory) {
-    const ClipboardFile Made({{"primo", FullObject()}, {"secondo", FullObject()}, {"terzo", Nested(4)}});
+    const ClipboardFile Made({{"primo", Named(L"UNO")}, {"secondo", FullObject()}, {"terzo", Nested(3)}});
     const auto Size = static_cast<std::int32_t>(Made.Out.Bytes.size());
     for (const std::size_t Offset : Made.Out.Longs) {
         for (const std::int32_t Value : {-1, 0, 1, 2, 5, 48, Size, Size + 1, Size + 2, 65536, 0x7FFFFFFF,

@@ -242,6 +242,21 @@ TEST_F(Ladder, AKeywordWithoutARowGoesToWhomTheParserNames) {
     EXPECT_EQ(Got.Path, L"a");
 }
 
+TEST_F(Ladder, NoneClearsTheFlagsThatWereThere) {
+    const struct {
+        std::wstring_view Text;
+        std::int32_t Flags;
+    } kRows[] = {{L"FLAGS= NONE", 0}, {L"FLAGS= none", 0}, {L"FLAGS=", 0}, {L"PATH= x", 0x42}};
+    for (const auto& Row : kRows) {
+        for (const bool Strict : {true, false}) {
+            Scratch Got;
+            Got.Flags = 0x42;
+            EXPECT_TRUE(Succeeds(Read(Row.Text, Got, Strict)));
+            EXPECT_EQ(Got.Flags, Row.Flags) << Narrow(Row.Text);
+        }
+    }
+}
+
 TEST_F(Ladder, FurtherReadings) {
     struct More {
         bool Open = false;

@@ -15,16 +15,16 @@ namespace kv::test {
 namespace {
 
 /// An element that has a list of its own.
-struct Part final : Stored<Part> {
-    static constexpr std::wstring_view kClass = L"Part";
+struct Leaf final : Stored<Leaf> {
+    static constexpr std::wstring_view kClass = L"Leaf";
 
     std::wstring Code = L"?????";
     std::uint8_t Weight = 7;
     ParmList<ParmItem> Tips;
 
     static constexpr auto Properties() {
-        return std::tuple{Parameter(L"Code", &Part::Code), Parameter(L"Weight", &Part::Weight),
-                          List(L"Tips", &Part::Tips)};
+        return std::tuple{Parameter(L"Code", &Leaf::Code), Parameter(L"Weight", &Leaf::Weight),
+                          List(L"Tips", &Leaf::Tips)};
     }
 };
 
@@ -39,7 +39,7 @@ struct AllKinds final : Stored<AllKinds> {
     std::uint8_t Octet = 200;
     bool Flag = true;
     std::wstring Text = L"testo";
-    ParmList<Part> Parts;
+    ParmList<Leaf> Leaves;
     std::int32_t Mark = 5;
 
     static constexpr auto Properties() {
@@ -47,7 +47,7 @@ struct AllKinds final : Stored<AllKinds> {
         return std::tuple{HeaderField(L"Origin", &R::Origin), Parameter(L"Tiny", &R::Tiny),
                           Parameter(L"Short", &R::Short),     Parameter(L"Wide", &R::Wide),
                           Parameter(L"Octet", &R::Octet),     Parameter(L"Flag", &R::Flag),
-                          Parameter(L"Text", &R::Text),       List(L"Parts", &R::Parts),
+                          Parameter(L"Text", &R::Text),       List(L"Leaves", &R::Leaves),
                           HeaderField(L"Mark", &R::Mark)};
     }
 };
@@ -87,14 +87,14 @@ TEST_F(RecordProtocol, ScalarsAreValuesAndListsAreChildren) {
     Record.Name = L"Nome";
     Record.Desc = L"Descrizione";
     Record.Version = 3;
-    Part& First = Record.Parts.Add({});
+    Leaf& First = Record.Leaves.Add({});
     First.Id = 5;
     First.Name = L"primo";
     First.Code = L"A";
     ParmItem& Tip = First.Tips.Add({});
     Tip.Text = L"ciao";
     Tip.Language = L"ITA";
-    Record.Parts.Add({}).Name = L"secondo";
+    Record.Leaves.Add({}).Name = L"secondo";
 
     const RegObject Object = Saved(Record);
     EXPECT_EQ(Object.Id, 17);
@@ -111,7 +111,7 @@ TEST_F(RecordProtocol, ScalarsAreValuesAndListsAreChildren) {
                                               {L"Mark", std::int32_t{5}}};
     EXPECT_TRUE(Object.Values == Expected) << "in the order of the properties, each with its type";
     ASSERT_EQ(Object.Children.size(), 1U);
-    EXPECT_EQ(Object.Children[0].Name, L"Parts");
+    EXPECT_EQ(Object.Children[0].Name, L"Leaves");
     ASSERT_EQ(Object.Children[0].Children.size(), 2U);
     const RegObject& Element = Object.Children[0].Children[0];
     EXPECT_EQ(Element.Id, 5);
@@ -125,8 +125,8 @@ TEST_F(RecordProtocol, ScalarsAreValuesAndListsAreChildren) {
 
 TEST_F(RecordProtocol, AnEmptyListIsStoredToo) {
     const RegObject Object = Saved(AllKinds{});
-    ASSERT_NE(Object.Child(L"Parts"), nullptr);
-    EXPECT_TRUE(Object.Child(L"Parts")->Children.empty());
+    ASSERT_NE(Object.Child(L"Leaves"), nullptr);
+    EXPECT_TRUE(Object.Child(L"Leaves")->Children.empty());
 }
 
 TEST_F(RecordProtocol, TheNameOfTheRecordIsThatOfTheStoredObject) {
@@ -177,7 +177,7 @@ TEST_F(RecordProtocol, AnAbsentPropertyGetsItsDefault) {
     AllKinds Record;
     Record.Text = L"altro";
     Record.Wide = 9;
-    Record.Parts.Add({});
+    Record.Leaves.Add({});
     EXPECT_TRUE(Succeeds(Load(Record, RegObject{})));
     EXPECT_TRUE(Record == AllKinds{});
 
@@ -190,12 +190,12 @@ TEST_F(RecordProtocol, AnAbsentPropertyGetsItsDefault) {
     EXPECT_TRUE(Record == Expected);
 
     RegObject Elements;
-    Elements.Children.emplace_back().Name = L"Parts";
+    Elements.Children.emplace_back().Name = L"Leaves";
     Elements.Children[0].Children.resize(2);
     EXPECT_TRUE(Succeeds(Load(Record, Elements)));
-    ASSERT_EQ(Record.Parts.Count(), 2);
-    EXPECT_EQ(Record.Parts.Item(1).Code, L"?????") << "also in the elements of a list";
-    EXPECT_EQ(Record.Parts.Item(2).Weight, 7);
+    ASSERT_EQ(Record.Leaves.Count(), 2);
+    EXPECT_EQ(Record.Leaves.Item(1).Code, L"?????") << "also in the elements of a list";
+    EXPECT_EQ(Record.Leaves.Item(2).Weight, 7);
 }
 
 TEST_F(RecordProtocol, TheFlagsAndTheExtraListAreNotRead) {
@@ -223,11 +223,11 @@ TEST_F(RecordProtocol, AValueMayBeAChildOfItsName) {
     EXPECT_EQ(Record.Text, L"valore") << "a value of that name comes first";
 
     RegObject Object;
-    RegObject& Parts = Object.Children.emplace_back();
-    Parts.Name = L"Parts";
-    Parts.Children.push_back(AsChild(L"Weight", L"9"));
+    RegObject& Leaves = Object.Children.emplace_back();
+    Leaves.Name = L"Leaves";
+    Leaves.Children.push_back(AsChild(L"Weight", L"9"));
     EXPECT_TRUE(Succeeds(Load(Record, Object)));
-    EXPECT_EQ(Record.Parts.Item(1).Weight, 9) << "also in the elements of a list";
+    EXPECT_EQ(Record.Leaves.Item(1).Weight, 9) << "also in the elements of a list";
 }
 
 TEST_F(RecordProtocol, AValueOfAnotherTypeIsConverted) {
@@ -299,7 +299,7 @@ TEST_F(RecordProtocol, AValueBeyondItsPropertyIsOverflow) {
                 << Narrow(Row.Name);
     }
     RegObject Nested;
-    Nested.Children.emplace_back().Name = L"Parts";
+    Nested.Children.emplace_back().Name = L"Leaves";
     Nested.Children[0].Children.push_back(Valued(L"Weight", std::int32_t{300}));
     AllKinds Record;
     EXPECT_TRUE(FailsWith(Load(Record, Nested),
@@ -326,21 +326,21 @@ TEST_F(RecordProtocol, WhatIsNotKnownIsKept) {
     Child.Id = 8;
     Child.Children.resize(2);
     Object.Children.push_back(Child);
-    RegObject& Parts = Object.Children.emplace_back();
-    Parts.Name = L"Parts";
+    RegObject& Leaves = Object.Children.emplace_back();
+    Leaves.Name = L"Leaves";
     RegObject Element = Valued(L"ElementoFuturo", std::wstring(L"y"));
     Element.SetValue(L"Code", std::wstring(L"A"));
     Element.Number2 = 22;
     Element.String5 = L"e5";
     Element.Children.push_back(Child);
-    Parts.Children.push_back(Element);
+    Leaves.Children.push_back(Element);
 
     AllKinds Record;
     ASSERT_TRUE(Succeeds(Load(Record, Object)));
     EXPECT_EQ(Record.Wide, 9);
     Record.Wide = 10;
-    Record.Parts.Item(1).Code = L"B";
-    Record.Parts.Add({}).Code = L"C";
+    Record.Leaves.Item(1).Code = L"B";
+    Record.Leaves.Add({}).Code = L"C";
     const RegObject After = Saved(Record);
 
     ASSERT_NE(After.Value(L"Futuro"), nullptr);
@@ -358,14 +358,14 @@ TEST_F(RecordProtocol, WhatIsNotKnownIsKept) {
     ASSERT_NE(After.Child(L"NonSo"), nullptr);
     EXPECT_TRUE(*After.Child(L"NonSo") == Child);
 
-    ASSERT_NE(After.Child(L"Parts"), nullptr);
-    const RegObject& Kept = After.Child(L"Parts")->Children.at(0);
+    ASSERT_NE(After.Child(L"Leaves"), nullptr);
+    const RegObject& Kept = After.Child(L"Leaves")->Children.at(0);
     EXPECT_EQ(std::get<std::wstring>(*Kept.Value(L"Code")), L"B");
     EXPECT_EQ(std::get<std::wstring>(*Kept.Value(L"ElementoFuturo")), L"y") << "also in an element";
     EXPECT_EQ(Kept.Number2, 22);
     EXPECT_EQ(Kept.String5, L"e5");
     ASSERT_NE(Kept.Child(L"NonSo"), nullptr);
-    EXPECT_EQ(After.Child(L"Parts")->Children.at(1).Value(L"ElementoFuturo"), nullptr);
+    EXPECT_EQ(After.Child(L"Leaves")->Children.at(1).Value(L"ElementoFuturo"), nullptr);
 
     AllKinds Again;
     ASSERT_TRUE(Succeeds(Load(Again, After)));
@@ -374,34 +374,34 @@ TEST_F(RecordProtocol, WhatIsNotKnownIsKept) {
 
 TEST_F(RecordProtocol, WhatAListBearsBesideItsElementsIsKept) {
     RegObject Object;
-    RegObject& Parts = Object.Children.emplace_back();
-    Parts.Name = L"Parts";
-    Parts.Id = 12;
-    Parts.Desc = L"la lista";
-    Parts.Version = 2;
-    Parts.Text = L"t";
-    Parts.SetValue(L"Futuro", std::wstring(L"x"));
-    Parts.Children.resize(1);
+    RegObject& Leaves = Object.Children.emplace_back();
+    Leaves.Name = L"Leaves";
+    Leaves.Id = 12;
+    Leaves.Desc = L"la lista";
+    Leaves.Version = 2;
+    Leaves.Text = L"t";
+    Leaves.SetValue(L"Futuro", std::wstring(L"x"));
+    Leaves.Children.resize(1);
     AllKinds Record;
     ASSERT_TRUE(Succeeds(Load(Record, Object)));
-    ASSERT_EQ(Record.Parts.Count(), 1);
+    ASSERT_EQ(Record.Leaves.Count(), 1);
     const RegObject After = Saved(Record);
-    ASSERT_NE(After.Child(L"Parts"), nullptr);
-    EXPECT_EQ(After.Child(L"Parts")->Id, 12);
-    EXPECT_EQ(After.Child(L"Parts")->Desc, L"la lista");
-    EXPECT_EQ(After.Child(L"Parts")->Version, 2);
-    EXPECT_EQ(After.Child(L"Parts")->Text, L"t");
-    EXPECT_NE(After.Child(L"Parts")->Value(L"Futuro"), nullptr);
-    EXPECT_EQ(After.Child(L"Parts")->Children.size(), 1U);
+    ASSERT_NE(After.Child(L"Leaves"), nullptr);
+    EXPECT_EQ(After.Child(L"Leaves")->Id, 12);
+    EXPECT_EQ(After.Child(L"Leaves")->Desc, L"la lista");
+    EXPECT_EQ(After.Child(L"Leaves")->Version, 2);
+    EXPECT_EQ(After.Child(L"Leaves")->Text, L"t");
+    EXPECT_NE(After.Child(L"Leaves")->Value(L"Futuro"), nullptr);
+    EXPECT_EQ(After.Child(L"Leaves")->Children.size(), 1U);
 }
 
 TEST_F(RecordProtocol, AValueThatBearsAListsNameIsKept) {
     AllKinds Record;
-    ASSERT_TRUE(Succeeds(Load(Record, Valued(L"Parts", std::wstring(L"non una lista")))));
-    EXPECT_EQ(Record.Parts.Count(), 0);
+    ASSERT_TRUE(Succeeds(Load(Record, Valued(L"Leaves", std::wstring(L"non una lista")))));
+    EXPECT_EQ(Record.Leaves.Count(), 0);
     const RegObject After = Saved(Record);
-    ASSERT_NE(After.Value(L"Parts"), nullptr);
-    EXPECT_EQ(std::get<std::wstring>(*After.Value(L"Parts")), L"non una lista");
+    ASSERT_NE(After.Value(L"Leaves"), nullptr);
+    EXPECT_EQ(std::get<std::wstring>(*After.Value(L"Leaves")), L"non una lista");
 }
 
 TEST_F(RecordProtocol, ALoadForgetsWhatTheObjectBeforeHad) {
@@ -450,7 +450,7 @@ struct TwoRecords {
         From.Octet = 1;
         From.Flag = false;
         From.Text = L"t1";
-        From.Parts.Add({}).Code = L"P1";
+        From.Leaves.Add({}).Code = L"P1";
         From.Mark = 1;
         Target.Id = 9;
         Target.Name = L"a";
@@ -463,8 +463,8 @@ struct TwoRecords {
         Target.Octet = 2;
         Target.Flag = true;
         Target.Text = L"t2";
-        Target.Parts.Add({}).Code = L"P2";
-        Target.Parts.Add({}).Code = L"P3";
+        Target.Leaves.Add({}).Code = L"P2";
+        Target.Leaves.Add({}).Code = L"P3";
         Target.Mark = 2;
     }
 
@@ -478,7 +478,7 @@ struct TwoRecords {
             Expected.Flag = TargetBefore.Flag;
             Expected.Text = TargetBefore.Text;
         }
-        if (!Lists) Expected.Parts = TargetBefore.Parts;
+        if (!Lists) Expected.Leaves = TargetBefore.Leaves;
         EXPECT_TRUE(Target == Expected);
     }
 };
@@ -515,23 +515,23 @@ TEST_F(RecordProtocol, AScratchHasTheHeaderAndDefaults) {
     EXPECT_EQ(Scratch.Mark, 1);
     EXPECT_EQ(Scratch.Text, L"testo") << "the parameters stay at their defaults";
     EXPECT_EQ(Scratch.Wide, -70000);
-    EXPECT_EQ(Scratch.Parts.Count(), 0);
+    EXPECT_EQ(Scratch.Leaves.Count(), 0);
 
     Scratch.Text = L"nuovo";
-    Scratch.Parts.Add({}).Code = L"di prova";
+    Scratch.Leaves.Add({}).Code = L"di prova";
     std::move(Scratch).CopyTo(Two.From, true, false, false);
     EXPECT_EQ(Two.From.Text, L"nuovo");
     EXPECT_EQ(Two.From.Wide, -70000) << "a keyword left out returns to its default";
-    ASSERT_EQ(Two.From.Parts.Count(), 1) << "the record's lists stay";
-    EXPECT_EQ(Two.From.Parts.Item(1).Code, L"P1");
+    ASSERT_EQ(Two.From.Leaves.Count(), 1) << "the record's lists stay";
+    EXPECT_EQ(Two.From.Leaves.Item(1).Code, L"P1");
 }
 
 TEST_F(RecordProtocol, AnElementIsCopiedPlainly) {
-    Part Element;
+    Leaf Element;
     Element.Name = L"n";
     Element.Code = L"A";
     Element.Tips.Add({}).Text = L"x";
-    Part Scratch;
+    Leaf Scratch;
     Element.CopyTo(Scratch, /*WithParms=*/true, /*WithLists=*/false, /*HeaderOnly=*/true);
     EXPECT_EQ(Scratch.Name, L"n");
     EXPECT_EQ(Scratch.Code, L"?????");
@@ -566,8 +566,8 @@ TEST_F(RecordProtocol, ACopyOntoItselfChangesNothing) {
 TEST_F(RecordProtocol, ACopiedListIsAnotherList) {
     TwoRecords Two;
     Two.From.CopyTo(Two.Target, true, true, false);
-    Two.Target.Parts.Item(1).Code = L"cambiato";
-    EXPECT_EQ(Two.From.Parts.Item(1).Code, L"P1");
+    Two.Target.Leaves.Item(1).Code = L"cambiato";
+    EXPECT_EQ(Two.From.Leaves.Item(1).Code, L"P1");
 }
 
 // ---- by name, equality
@@ -598,7 +598,7 @@ TEST_F(RecordProtocol, PropertiesAnswerToTheirNames) {
         ASSERT_TRUE(Found.has_value()) << Narrow(Row.Name);
         EXPECT_TRUE(*Found == Row.Value) << Narrow(Row.Name);
     }
-    for (const std::wstring_view Name : {L"Parts", L"", L"id", L"WIDE", L"Altro"})
+    for (const std::wstring_view Name : {L"Leaves", L"", L"id", L"WIDE", L"Altro"})
         EXPECT_FALSE(Record.ByName(Name).has_value()) << Narrow(Name);
 }
 
@@ -612,7 +612,7 @@ TEST_F(RecordProtocol, EqualMeansSameIdentityAndProperties) {
         [](AllKinds& R) { R.Short = 0; },     [](AllKinds& R) { R.Wide = 0; },
         [](AllKinds& R) { R.Octet = 0; },     [](AllKinds& R) { R.Flag = false; },
         [](AllKinds& R) { R.Text = L"x"; },   [](AllKinds& R) { R.Mark = 0; },
-        [](AllKinds& R) { R.Parts.Add({}); }};
+        [](AllKinds& R) { R.Leaves.Add({}); }};
     for (const auto& Change : kChanges) {
         AllKinds Other;
         Change(Other);
@@ -620,8 +620,8 @@ TEST_F(RecordProtocol, EqualMeansSameIdentityAndProperties) {
     }
     AllKinds One;
     AllKinds Two;
-    One.Parts.Add({}).Tips.Add({}).Text = L"a";
-    Two.Parts.Add({}).Tips.Add({}).Text = L"b";
+    One.Leaves.Add({}).Tips.Add({}).Text = L"a";
+    Two.Leaves.Add({}).Tips.Add({}).Text = L"b";
     EXPECT_FALSE(One == Two) << "down to the elements of an element's list";
 }
 
@@ -630,8 +630,8 @@ TEST_F(RecordProtocol, EqualMeansSameIdentityAndProperties) {
 TEST_F(RecordProtocol, NothingEscapesWhenMemoryRunsOut) {
     Filler Random(4);
     AllKinds Record = Random.Record<AllKinds>();
-    Record.Parts.Clear();
-    Record.Parts.Add({}).Tips.Add({}).Text = L"un testo che non sta nella stringa breve";
+    Record.Leaves.Clear();
+    Record.Leaves.Add({}).Tips.Add({}).Text = L"un testo che non sta nella stringa breve";
     MemoryRegData Object(L"PROVA");
     ASSERT_TRUE(Succeeds(Record.Save(Object)));
     const RegObject Before = Object.Read();
