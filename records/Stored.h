@@ -157,9 +157,7 @@ struct Stored : Identity {
 
     /// Copies onto `Target`: identity and header fields always, parameters when `WithParms` and not
     /// `HeaderOnly`, lists when `WithLists` and not HeaderOnly. What does not go over stays in Target as it
-    /// is.
-    ///   CopyTo(Scratch, false, false, true)  makes a scratch (MakeScratch): its parameters keep their
-    ///   defaults CopyTo(Record, true, false, false)   commits one (Commit): the record's lists stay
+    /// is. MakeScratch and Commit are the two settings that parsers use.
     void CopyTo(R& Target, bool WithParms = true, bool WithLists = false, bool HeaderOnly = false) const& {
         Transfer(Self(), Target, WithParms, WithLists, HeaderOnly);
     }

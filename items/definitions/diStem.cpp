@@ -294,30 +294,29 @@ bool diStem::ExportData(RegData& Clsid, std::wstring& Buffer) {
         const auto One = [&](std::wstring_view Section, Positions Item, std::int32_t Indent) {
             return DispData(vdbShared::ExportHead(Section), Buffer, true, Item, Indent);
         };
-        const auto Each = [&](std::wstring_view Section, const ParmListBase& List, auto&& Run) {
-            static_cast<void>(Section);
+        const auto Each = [](const ParmListBase& List, auto&& Run) {
             for (std::int32_t I = 1; I <= List.Count(); ++I)
                 if (Run(I)) return true;
             return false;
         };
         const auto Plain = [&](std::wstring_view Section, const ParmListBase& List) {
-            return Each(Section, List, [&](std::int32_t I) { return One(Section, {&I, 1}, 1); });
+            return Each(List, [&](std::int32_t I) { return One(Section, {&I, 1}, 1); });
         };
         const auto Inner = [&](std::wstring_view Section, const ParmListBase& List, std::int32_t Owner,
                                std::int32_t Indent) {
-            return Each(Section, List, [&](std::int32_t K) {
+            return Each(List, [&](std::int32_t K) {
                 const std::array<std::int32_t, 2> Of{Owner, K};
                 return One(Section, Of, Indent);
             });
         };
         return One(kParms, {}, 1) || Plain(kMessage, Exported.Messages) ||
-               Each(kCommands, Exported.Commands,
+               Each(Exported.Commands,
                     [&](std::int32_t C) {
                         return One(kCommands, {&C, 1}, 1) ||
                                Inner(kCommandTips, Exported.Commands.Item(C).ToolTips, C, 1);
                     }) ||
                Plain(kFonts, Exported.Fonts) || Plain(kTitles, Exported.Titles) ||
-               Each(kFields, Exported.Fields, [&](std::int32_t F) {
+               Each(Exported.Fields, [&](std::int32_t F) {
                    return vdbShared::WrapSection(Buffer, kFields, true, 1, [&] {
                        return One(kFieldParms, {&F, 1}, 2) ||
                               Inner(kFieldCaption, Exported.Fields.Item(F).Captions, F, 2);
