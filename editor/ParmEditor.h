@@ -70,5 +70,10 @@ namespace kv {
 /// failure (source "vDesignPar.CaptionSave", or that of the parser).
 [[nodiscard]] bool CaptionSave(std::wstring& Section, ParmItem& Item, std::wstring& Caption,
                                const SaveFlags& Flags);
+/// The same as a row of ElementSection calls it, which shows CaptionNode by itself.
+[[nodiscard]] inline bool SaveLabel(ParmItem& Item, std::wstring& Section, const SaveFlags& Flags) {
+    std::wstring Caption;
+    return CaptionSave(Section, Item, Caption, Flags);
+}
 
 }  // namespace kv

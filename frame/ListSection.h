@@ -1,5 +1,5 @@
 // List sections as tables: which lists of its record an item shows, how an element's node is made, and what
-// may be done to it. Adding, moving and deleting are then the same for all.
+// may be done to it. Adding, moving, deleting and exporting are then the same for all.
 #pragma once
 
 #include <algorithm>
@@ -129,6 +129,35 @@ const auto* FindSection(const Rows& Sections, std::wstring_view Word) {
     return At == std::end(Sections) ? nullptr : &*At;
 }
 
+// The lists of a record, named once for the tables of an item: `Of(Record, At)` is the list, whose owners
+// stand at the first `kOwners` places of `At`.
+
+namespace detail {
+template <class Member>
+struct MemberOf;
+template <class R, class T>
+struct MemberOf<T R::*> {
+    using Record = R;
+};
+}  // namespace detail
+
+/// A list of the record itself.
+template <auto Member>
+struct InRecord {
+    using Record = typename detail::MemberOf<decltype(Member)>::Record;
+    static constexpr std::size_t kOwners = 0;
+    static auto& Of(Record& In, const Place&) { return In.*Member; }
+};
+/// The list that each element of another one has.
+template <class Outer, auto Member>
+struct InElement {
+    using Record = typename Outer::Record;
+    static constexpr std::size_t kOwners = Outer::kOwners + 1;
+    static auto& Of(Record& In, const Place& At) {
+        return Outer::Of(In, At).Item(At[Outer::kOwners]).*Member;
+    }
+};
+
 namespace vdbShared {
 
 /// Adds an element with a fresh id behind place `After` of `Elements`, 0 for the end; answers its place.
@@ -143,9 +172,35 @@ std::int32_t NewElement(ParmList<T>& Elements, std::int32_t After, T Fresh = {})
     return After + 1;
 }
 
-/// Loads the folders of a list section: a node for each element.
+// What the columns of a ListSection mostly hold, for a list `L` named as above.
+
+template <class L>
+ParmListBase& ListOf(typename L::Record& Record, const Place& At) {
+    return L::Of(Record, At);
+}
+/// An element with a fresh id and nothing else.
+template <class L>
+std::int32_t NewIn(typename L::Record& Record, const Place& At, std::int32_t After) {
+    return NewElement(L::Of(Record, At), After);
+}
+/// A leaf below the folder `Word`, key `<Word> <id>`.
+template <class L, const std::wstring_view& Word, auto Caption>
+bool Leaf(DesignTree& Tree, typename L::Record& Record, const Place& At, std::int32_t Index,
+          std::wstring& Key, std::optional<std::int32_t> Relationship) {
+    return SetLeaf(Tree, Word, Caption(L::Of(Record, At).Item(Index)), Key, Relationship);
+}
+/// A leaf of an inner list, whose caption while it is new may be another one.
+template <class L, const std::wstring_view& Word, LeafKeys Keys, auto NewCaption, auto Caption>
+bool InnerLeaf(DesignTree& Tree, typename L::Record& Record, const Place& At, std::int32_t Index,
+               std::wstring& Key, std::optional<std::int32_t> Relationship) {
+    const auto& Element = L::Of(Record, At).Item(Index);
+    const bool New = Relationship == relation::kChild;
+    return SetInnerNode(Tree, New ? NewCaption(Element) : Caption(Element), Key, Relationship, Keys, Word);
+}
+
+/// Loads the folder of a list section: a node for each element.
 template <class R>
-[[nodiscard]] bool BuildAll(DesignTree& Tree, R& Record, const ListSection<R>& Section) {
+[[nodiscard]] bool BuildList(DesignTree& Tree, R& Record, const ListSection<R>& Section) {
     const std::int32_t Count = Section.List(Record, {}).Count();
     for (std::int32_t I = 1; I <= Count; ++I) {
         std::wstring Key;
@@ -157,12 +212,12 @@ template <class R>
 template <class R, class Rows>
 [[nodiscard]] bool BuildLists(DesignTree& Tree, R& Record, const Rows& Sections) {
     for (const ListSection<R>& Section : Sections)
-        if (Section.Owners == 0 && BuildAll(Tree, Record, Section)) return true;
+        if (Section.Owners == 0 && BuildList(Tree, Record, Section)) return true;
     return false;
 }
 
-/// EditData of a list section: a new element at the end of the list, its node the last below the section's
-/// folder.
+/// A new element of a list section, its node below the section's folder or behind the selected one. An
+/// element whose node can't be made is taken out again.
 template <class R>
 [[nodiscard]] bool AddElement(DesignTree& Tree, R& Record, const ListSection<R>& Section, const Head& At,
                               std::wstring& NewItemKey) {
@@ -171,32 +226,105 @@ template <class R>
     const bool Behind = Section.Place_ == NewAt::BehindSelected && At.CurrItem != Folder;
     std::wstring Key = Behind ? At.CurrItem : Folder;
     const std::int32_t Index = Section.New(Record, Owners, Behind ? Tree.NodeId(At.CurrItem) : 0);
+    struct Addition {
+        ParmListBase& List;
+        const std::int32_t Index;
+        bool Shown = false;
+        ~Addition() {
+            if (!Shown) List.Remove(Index);
+        }
+    } Added{Section.List(Record, Owners), Index};
     if (Section.Build(Tree, Record, Owners, Index, Key, Behind ? relation::kAfter : relation::kChild))
         return true;
+    Added.Shown = true;
     NewItemKey = std::move(Key);
     Tree.MarkModified(true);
     return false;
 }
 
-/// MoveData of a list section. A folder does not move: success, nothing done. True when there is nowhere to
-/// go.
-template <class R>
-[[nodiscard]] bool MoveInSection(DesignTree& Tree, R& Record, const ListSection<R>& Section, Head& At,
-                                 std::int32_t Direction) {
-    if (Section.Moves == Move::No || At.CurrItem == At.Key) return false;
-    const Place Owners = PlaceOf(Tree, At, Section.Owners, Self::No);
-    return MoveElement(Tree, Section.List(Record, Owners), At, Direction,
-                       [&](std::int32_t Index, std::wstring& Key, std::int32_t Relationship) {
-                           return Section.Build(Tree, Record, Owners, Index, Key, Relationship);
-                       });
+// The operations of an item whose lists stand in a table. A section word without a row is a success that does
+// nothing.
+
+/// EditData. `Otherwise()` takes the sections that are no lists (True on failure).
+template <class R, class Rows, class Other>
+[[nodiscard]] bool EditData(std::wstring_view Source, DesignTree& Tree, R& Record, const Rows& Lists,
+                            const Head& At, std::wstring& NewItemKey, Other&& Otherwise) {
+    return Trap(Source, [&] {
+        const auto* const Section = FindSection(Lists, At.Key);
+        return Section ? AddElement(Tree, Record, *Section, At, NewItemKey) : Otherwise();
+    });
+}
+template <class R, class Rows>
+[[nodiscard]] bool EditData(std::wstring_view Source, DesignTree& Tree, R& Record, const Rows& Lists,
+                            const Head& At, std::wstring& NewItemKey) {
+    return EditData(Source, Tree, Record, Lists, At, NewItemKey, [] { return false; });
 }
 
-/// DeleteData of a list section: with `Group` the whole list, else the element at At.Index.
-template <class R>
-void DeleteInSection(DesignTree& Tree, R& Record, const ListSection<R>& Section, const Head& At, bool Group) {
-    if (Section.Deletes == Delete::No) return;
-    DeleteElement(Tree, Section.List(Record, PlaceOf(Tree, At, Section.Owners, Self::No)), At, Group);
+/// MoveData. A folder does not move: success, nothing done. True when there is nowhere to go.
+template <class R, class Rows>
+[[nodiscard]] bool MoveData(std::wstring_view Source, DesignTree& Tree, R& Record, const Rows& Lists,
+                            Head& At, std::int32_t Direction) {
+    return Trap(Source, [&] {
+        const auto* const Section = FindSection(Lists, At.Key);
+        if (!Section || Section->Moves == Move::No || At.CurrItem == At.Key) return false;
+        const Place Owners = PlaceOf(Tree, At, Section->Owners, Self::No);
+        return MoveElement(Tree, Section->List(Record, Owners), At, Direction,
+                           [&](std::int32_t Index, std::wstring& Key, std::int32_t Relationship) {
+                               return Section->Build(Tree, Record, Owners, Index, Key, Relationship);
+                           });
+    });
 }
+
+/// DeleteData: with `Group` the whole list, else the element at At.Index.
+template <class R, class Rows>
+[[nodiscard]] bool DeleteData(std::wstring_view Source, DesignTree& Tree, R& Record, const Rows& Lists,
+                              const Head& At, bool Group) {
+    return Trap(Source, [&] {
+        const auto* const Section = FindSection(Lists, At.Key);
+        if (!Section || Section->Deletes == Delete::No) return false;
+        DeleteElement(Tree, Section->List(Record, PlaceOf(Tree, At, Section->Owners, Self::No)), At, Group);
+        return false;
+    });
+}
+
+/// ExportData step by step: each section is rendered by the item's own DispData, with its BEGIN and END
+/// lines. True ends the export with the failure.
+class Exporter {
+  public:
+    Exporter(iKvTree& Item, std::wstring& Buffer) noexcept : Item_(Item), Buffer_(Buffer) {}
+
+    [[nodiscard]] bool One(std::wstring_view Section, std::int32_t Indent, Positions At = {}) {
+        return Item_.DispData(ExportHead(Section), Buffer_, true, At, Indent);
+    }
+    /// One section an element.
+    [[nodiscard]] bool Each(std::wstring_view Section, const ParmListBase& List, std::int32_t Indent) {
+        return Each(List, [&](std::int32_t I) { return One(Section, Indent, {&I, 1}); });
+    }
+    /// One section an element of the list of element `Owner`.
+    [[nodiscard]] bool Inner(std::wstring_view Section, const ParmListBase& List, std::int32_t Owner,
+                             std::int32_t Indent) {
+        return Each(List, [&](std::int32_t I) {
+            const std::array<std::int32_t, 2> Of{Owner, I};
+            return One(Section, Indent, Of);
+        });
+    }
+    /// `Run(Index)` for each element.
+    template <class Body>
+    [[nodiscard]] bool Each(const ParmListBase& List, Body&& Run) {
+        for (std::int32_t I = 1; I <= List.Count(); ++I)
+            if (Run(I)) return true;
+        return false;
+    }
+    /// What `Run()` exports, between a BEGIN and an END line.
+    template <class Body>
+    [[nodiscard]] bool Block(std::wstring_view Word, std::int32_t Indent, Body&& Run) {
+        return WrapSection(Buffer_, Word, true, Indent, Run);
+    }
+
+  private:
+    iKvTree& Item_;
+    std::wstring& Buffer_;
+};
 
 }  // namespace vdbShared
 

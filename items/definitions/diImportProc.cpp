@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "editor/ParmEditor.h"
+#include "frame/ElementSection.h"
 #include "frame/ListSection.h"
 #include "frame/TagTools.h"
 #include "frame/vdbcModule.h"
@@ -11,7 +12,6 @@
 namespace kv {
 
 using vdbShared::kParms;
-using vdbShared::PlaceOf;
 namespace {
 
 using R = ImportProcRecord;
@@ -72,57 +72,45 @@ const std::wstring& CaptionOf(const Element& Of) {
         return Of.Name;
 }
 
-template <auto Member>
-ParmListBase& ListOf(R& Record, const Place&) {
-    return Record.*Member;
-}
-template <auto Member>
-std::int32_t NewIn(R& Record, const Place&, std::int32_t After) {
-    return vdbShared::NewElement(Record.*Member, After);
-}
-template <auto Member, const vdbShared::ElementShape& Shape>
-bool SetElementNode(DesignTree& Tree, R& Record, const Place&, std::int32_t Index, std::wstring& Key,
+using Fields = InRecord<&R::Fields>;
+using Indexes = InRecord<&R::Indexes>;
+using Scripts = InRecord<&R::Scripts>;
+
+template <class L, const vdbShared::ElementShape& Shape>
+bool SetElementNode(DesignTree& Tree, R& Record, const Place& At, std::int32_t Index, std::wstring& Key,
                     std::optional<std::int32_t> Relationship) {
-    vdbShared::AddElementNodes(Tree, Shape, CaptionOf((Record.*Member).Item(Index)), {}, Key, Relationship);
+    vdbShared::AddElementNodes(Tree, Shape, CaptionOf(L::Of(Record, At).Item(Index)), {}, Key, Relationship);
     return false;
 }
 
 constexpr ListSection<R> kLists[] = {
-    {kFields, 0, ListOf<&R::Fields>, NewIn<&R::Fields>, SetElementNode<&R::Fields, kFieldShape>,
+    {kFields, 0, vdbShared::ListOf<Fields>, vdbShared::NewIn<Fields>, SetElementNode<Fields, kFieldShape>,
      NewAt::BehindSelected, Move::Yes, Delete::Yes},
-    {kIndexes, 0, ListOf<&R::Indexes>, NewIn<&R::Indexes>, SetElementNode<&R::Indexes, kIndexShape>,
+    {kIndexes, 0, vdbShared::ListOf<Indexes>, vdbShared::NewIn<Indexes>, SetElementNode<Indexes, kIndexShape>,
      NewAt::BehindSelected, Move::Yes, Delete::Yes},
-    {kScripts, 0, ListOf<&R::Scripts>, NewIn<&R::Scripts>, SetElementNode<&R::Scripts, kScriptShape>,
-     NewAt::BehindSelected, Move::Yes, Delete::Yes},
+    {kScripts, 0, vdbShared::ListOf<Scripts>, vdbShared::NewIn<Scripts>,
+     SetElementNode<Scripts, kScriptShape>, NewAt::BehindSelected, Move::Yes, Delete::Yes},
 };
 
-/// The sections of the elements: which list, and how one of it is read and written.
-struct ElementSection {
+/// The sections of the elements, with the word of the list that each belongs to, in the order of the export.
+struct NamedSection {
     std::wstring_view Word;
     std::wstring_view ListWord;
-    bool (*Save)(R&, std::int32_t Index, std::wstring& Buffer, const SaveFlags&);
-    bool (*Disp)(const R&, std::int32_t Index, std::wstring& Buffer, const SaveFlags&);
-    const std::wstring& (*Caption)(const R&, std::int32_t Index);
+    ElementSection<R> Edits;
 };
 
-template <auto Member, auto Save, auto Disp>
-constexpr ElementSection Section(std::wstring_view Word, std::wstring_view ListWord) {
-    return {Word, ListWord,
-            [](R& Record, std::int32_t Index, std::wstring& Buffer, const SaveFlags& Flags) {
-                return Save((Record.*Member).Item(Index), Buffer, Flags);
-            },
-            [](const R& Record, std::int32_t Index, std::wstring& Buffer, const SaveFlags& Flags) {
-                return Disp((Record.*Member).Item(Index), Buffer, Flags);
-            },
-            [](const R& Record, std::int32_t Index) -> const std::wstring& {
-                return CaptionOf((Record.*Member).Item(Index));
-            }};
+template <class L, auto Save, auto Disp, auto Caption>
+constexpr NamedSection Row(std::wstring_view Word, std::wstring_view ListWord) {
+    return {Word, ListWord, vdbShared::Edits<L, Save, Disp, Caption>(Word, Self::No)};
 }
 
-constexpr ElementSection kElements[] = {
-    Section<&R::Fields, ParmEditor::SaveImportField, ParmEditor::DispImportField>(kFieldParms, kFields),
-    Section<&R::Indexes, ParmEditor::SaveImportIndex, ParmEditor::DispImportIndex>(kIndexParms, kIndexes),
-    Section<&R::Scripts, ParmEditor::SaveImportScript, ParmEditor::DispImportScript>(kScriptParms, kScripts),
+constexpr NamedSection kElements[] = {
+    Row<Fields, ParmEditor::SaveImportField, ParmEditor::DispImportField, CaptionOf<ImportFieldRecord>>(
+        kFieldParms, kFields),
+    Row<Indexes, ParmEditor::SaveImportIndex, ParmEditor::DispImportIndex, CaptionOf<ImportIndexRecord>>(
+        kIndexParms, kIndexes),
+    Row<Scripts, ParmEditor::SaveImportScript, ParmEditor::DispImportScript, CaptionOf<ParmItem>>(
+        kScriptParms, kScripts),
 };
 
 [[noreturn]] void BadImport() { Raise(L"Errore nei dati di import."); }
@@ -183,13 +171,10 @@ bool diImportProc::SaveData(const Head& At, std::wstring& NewItemKey, std::wstri
         // An import brings its elements along; the tree knows nothing of them.
         if (ExternalSource) {
             const auto& List = *FindSection(kLists, Element->ListWord);
-            return Element->Save(Record(), List.New(Record(), {}, 0), Buffer, Flags);
+            const std::int32_t Index = List.New(Record(), {}, 0);
+            return Element->Edits.Save(Record(), Place({&Index, 1}), Buffer, Flags);
         }
-        const std::int32_t Index = PlaceOf(Tree(), At, 1, Self::No)[0];
-        if (Element->Save(Record(), Index, Buffer, Flags)) return true;
-        vdbShared::ShowCaption(Tree(), Tree().NodeParent(vdbShared::FolderOf(Tree(), At.CurrFolder)),
-                               Element->Caption(Record(), Index), NewItemKey);
-        return false;
+        return vdbShared::SaveElement(Tree(), Record(), Element->Edits, At, NewItemKey, Buffer, Flags);
     });
 }
 
@@ -201,10 +186,7 @@ bool diImportProc::Save(RegData& Clsid) {
 }
 
 bool diImportProc::MoveData(Head& At, std::int32_t Direction) {
-    return Trap(L"diImportProc.MoveData", [&] {
-        const auto* const List = FindSection(kLists, At.Key);
-        return List && vdbShared::MoveInSection(Tree(), Record(), *List, At, Direction);
-    });
+    return vdbShared::MoveData(L"diImportProc.MoveData", Tree(), Record(), kLists, At, Direction);
 }
 
 bool diImportProc::LoadData(RegData& Clsid) {
@@ -272,21 +254,18 @@ bool diImportProc::ExportData(RegData& Clsid, std::wstring& Buffer) {
     return Trap(L"diImportProc.ExportData", [&] {
         if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         return vdbShared::WrapSection(Buffer, kClassWord, true, 0, [&] {
-            if (DispData(vdbShared::ExportHead(kParms), Buffer, true, {}, 1)) return true;
-            for (const ElementSection& Element : kElements) {
-                const std::int32_t Count = FindSection(kLists, Element.ListWord)->List(Record(), {}).Count();
-                for (std::int32_t I = 1; I <= Count; ++I)
-                    if (DispData(vdbShared::ExportHead(Element.Word), Buffer, true, {&I, 1}, 1)) return true;
-            }
+            vdbShared::Exporter Out(*this, Buffer);
+            if (Out.One(kParms, 1)) return true;
+            for (const NamedSection& Element : kElements)
+                if (Out.Each(Element.Word, FindSection(kLists, Element.ListWord)->List(Record(), {}), 1))
+                    return true;
             return false;
         });
     });
 }
 
 bool diImportProc::EditData(const Head& At, std::wstring& NewItemKey) {
-    return Trap(L"diImportProc.EditData", [&] {
-        if (const auto* const List = FindSection(kLists, At.Key))
-            return vdbShared::AddElement(Tree(), Record(), *List, At, NewItemKey);
+    return vdbShared::EditData(L"diImportProc.EditData", Tree(), Record(), kLists, At, NewItemKey, [&] {
         if (At.Key == kParms || FindSection(kElements, At.Key))
             vdbShared::AddPlainLeaf(Tree(), At, NewItemKey);
         return false;
@@ -302,7 +281,7 @@ bool diImportProc::DispData(const Head& At, std::wstring& Buffer, bool ExternalT
             if (At.Key == kParms) return ParmEditor::DispImportProc(Record(), Buffer, Flags);
             const auto* const Element = FindSection(kElements, At.Key);
             return Element &&
-                   Element->Disp(Record(), PlaceOf(Tree(), At, 1, Self::No, Item)[0], Buffer, Flags);
+                   vdbShared::DispElement(Tree(), Record(), Element->Edits, At, Item, Buffer, Flags);
         });
     });
 }
@@ -354,11 +333,7 @@ bool diImportProc::CopyData(const Head&, bool, ClipItem& DataObj) {
 }
 
 bool diImportProc::DeleteData(const Head& At, bool Group) {
-    return Trap(L"diImportProc.DeleteData", [&] {
-        if (const auto* const List = FindSection(kLists, At.Key))
-            vdbShared::DeleteInSection(Tree(), Record(), *List, At, Group);
-        return false;
-    });
+    return vdbShared::DeleteData(L"diImportProc.DeleteData", Tree(), Record(), kLists, At, Group);
 }
 
 }  // namespace kv

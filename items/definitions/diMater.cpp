@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "editor/ParmEditor.h"
+#include "frame/ElementSection.h"
 #include "frame/ListSection.h"
 #include "frame/SectionTable.h"
 #include "frame/vdbcModule.h"
@@ -29,33 +30,26 @@ constexpr Choice kChoices[] = {
     {kParms, L"FLAGS=", kNoneOnly},
 };
 
+using Html = InRecord<&R::Html>;
+
 constexpr ListSection<R> kLists[] = {
-    {kHtml, 0, [](R& Record, const Place&) -> ParmListBase& { return Record.Html; },
-     [](R& Record, const Place&, std::int32_t After) { return vdbShared::NewElement(Record.Html, After); },
-     [](DesignTree& Tree, R& Record, const Place&, std::int32_t Index, std::wstring& Key,
-        std::optional<std::int32_t> Relationship) {
-         return vdbShared::SetLeaf(Tree, kHtml, HtmlNode(Record.Html.Item(Index)), Key, Relationship);
-     },
-     NewAt::End, Move::Yes, Delete::Yes},
+    {kHtml, 0, vdbShared::ListOf<Html>, vdbShared::NewIn<Html>,
+     vdbShared::Leaf<Html, kHtml, HtmlNode<HtmlRecord>>, NewAt::End, Move::Yes, Delete::Yes},
 };
 
-}  // namespace
+constexpr ElementSection<R> kHtmlSection =
+    vdbShared::Edits<Html, ParmEditor::SaveHtml, ParmEditor::DispHtml, HtmlNode<HtmlRecord>>(kHtml,
+                                                                                             Self::Yes);
 
-HtmlRecord& diMater::Template(const Head& At, Positions Item) {
-    return Record().Html.Item(vdbShared::PlaceOf(Tree(), At, 0, Self::Yes, Item)[0]);
-}
+}  // namespace
 
 bool diMater::SaveData(const Head& At, std::wstring& NewItemKey, std::wstring& Buffer, RegData*) {
     return Trap(L"diMater.SaveData", [&] {
         SaveFlags Flags;
         if (SetSaveFlags(Flags, Tree().SyntaxOn())) return true;
         if (At.Key == kParms) return SaveParm(Buffer, Tree().SyntaxOn());
-        if (At.Key == kHtml) {
-            HtmlRecord& Edited = Template(At, {});
-            if (ParmEditor::SaveHtml(Edited, Buffer, Flags)) return true;
-            vdbShared::ShowCaption(Tree(), At.CurrItem, HtmlNode(Edited), NewItemKey);
-        }
-        return false;
+        return At.Key == kHtml &&
+               vdbShared::SaveElement(Tree(), Record(), kHtmlSection, At, NewItemKey, Buffer, Flags);
     });
 }
 
@@ -64,10 +58,7 @@ bool diMater::Save(RegData& Clsid) {
 }
 
 bool diMater::MoveData(Head& At, std::int32_t Direction) {
-    return Trap(L"diMater.MoveData", [&] {
-        const auto* const List = FindSection(kLists, At.Key);
-        return List && vdbShared::MoveInSection(Tree(), Record(), *List, At, Direction);
-    });
+    return vdbShared::MoveData(L"diMater.MoveData", Tree(), Record(), kLists, At, Direction);
 }
 
 bool diMater::LoadData(RegData& Clsid) {
@@ -90,19 +81,13 @@ bool diMater::GetObjectInfo(std::wstring& Name, std::wstring& Desc, std::int16_t
 bool diMater::ExportData(RegData& Clsid, std::wstring& Buffer) {
     return Trap(L"diMater.ExportData", [&] {
         if (vdbShared::LoadFresh(Record_, Clsid)) return true;
-        if (DispData(vdbShared::ExportHead(kParms), Buffer, true, {}, 1)) return true;
-        for (std::int32_t I = 1; I <= Record().Html.Count(); ++I)
-            if (DispData(vdbShared::ExportHead(kHtml), Buffer, true, {&I, 1}, 1)) return true;
-        return false;
+        vdbShared::Exporter Out(*this, Buffer);
+        return Out.One(kParms, 1) || Out.Each(kHtml, Record().Html, 1);
     });
 }
 
 bool diMater::EditData(const Head& At, std::wstring& NewItemKey) {
-    return Trap(L"diMater.EditData", [&] {
-        if (const auto* const List = FindSection(kLists, At.Key))
-            return vdbShared::AddElement(Tree(), Record(), *List, At, NewItemKey);
-        return false;
-    });
+    return vdbShared::EditData(L"diMater.EditData", Tree(), Record(), kLists, At, NewItemKey);
 }
 
 bool diMater::DispData(const Head& At, std::wstring& Buffer, bool ExternalTarget, Positions Item,
@@ -112,8 +97,8 @@ bool diMater::DispData(const Head& At, std::wstring& Buffer, bool ExternalTarget
         if (SetSaveFlags(Flags, Tree().SyntaxOn())) return true;
         return vdbShared::WrapSection(Buffer, At.Key, ExternalTarget, Indent, [&] {
             if (At.Key == kParms) return DispParm(Buffer, vdbShared::InnerIndent(Indent));
-            if (At.Key == kHtml) return ParmEditor::DispHtml(Template(At, Item), Buffer, Flags);
-            return false;
+            return At.Key == kHtml &&
+                   vdbShared::DispElement(Tree(), Record(), kHtmlSection, At, Item, Buffer, Flags);
         });
     });
 }
@@ -123,11 +108,7 @@ bool diMater::CopyData(const Head&, bool, ClipItem& DataObj) {
 }
 
 bool diMater::DeleteData(const Head& At, bool Group) {
-    return Trap(L"diMater.DeleteData", [&] {
-        if (const auto* const List = FindSection(kLists, At.Key))
-            vdbShared::DeleteInSection(Tree(), Record(), *List, At, Group);
-        return false;
-    });
+    return vdbShared::DeleteData(L"diMater.DeleteData", Tree(), Record(), kLists, At, Group);
 }
 
 bool diMater::SaveParm(std::wstring& Buffer, bool SyntaxOn) {

@@ -30,7 +30,6 @@ class diMater final : public iKvTree {
   private:
     [[nodiscard]] bool SaveParm(std::wstring& Buffer, bool SyntaxOn);
     [[nodiscard]] bool DispParm(std::wstring& Buffer, std::int32_t Indent);
-    HtmlRecord& Template(const Head& At, Positions Item);
 
     MaterRecord& Record() { return vdbShared::Made(Record_); }
 

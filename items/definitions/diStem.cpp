@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "editor/ParmEditor.h"
+#include "frame/ElementSection.h"
 #include "frame/ListSection.h"
 #include "frame/SectionTable.h"
 #include "frame/vdbcModule.h"
@@ -130,76 +131,70 @@ std::wstring FieldNodeCaption(const F& Field) {
     return Field.Captions.Count() == 0 ? L"Campo: ????" : FieldCaptionNode(Field.Captions.Item(1));
 }
 
-ParmList<ParmItem>& TipsOf(R& Record, const Place& At) { return Record.Commands.Item(At[0]).ToolTips; }
-ParmList<ParmItem>& CaptionsOf(R& Record, const Place& At) { return Record.Fields.Item(At[0]).Captions; }
+using Titles = InRecord<&R::Titles>;
+using Messages = InRecord<&R::Messages>;
+using Fonts = InRecord<&R::Fonts>;
+using Commands = InRecord<&R::Commands>;
+using Tips = InElement<Commands, &CommandRecord::ToolTips>;
+using Fields = InRecord<&R::Fields>;
+using Captions = InElement<Fields, &F::Captions>;
 
-template <auto Member>
-ParmListBase& ListOf(R& Record, const Place&) {
-    return Record.*Member;
-}
-template <auto Member>
-std::int32_t NewIn(R& Record, const Place&, std::int32_t After) {
-    return vdbShared::NewElement(Record.*Member, After);
-}
-template <const std::wstring_view& Word, auto Member, auto Caption>
-bool LeafIn(DesignTree& Tree, R& Record, const Place&, std::int32_t Index, std::wstring& Key,
-            std::optional<std::int32_t> Relationship) {
-    return vdbShared::SetLeaf(Tree, Word, Caption((Record.*Member).Item(Index)), Key,
-                              Relationship == relation::kChild ? std::nullopt : Relationship);
+std::int32_t NewCommand(R& Record, const Place&, std::int32_t After) {
+    CommandRecord Fresh;
+    Fresh.Code = L"?????";
+    return vdbShared::NewElement(Record.Commands, After, std::move(Fresh));
 }
 
+bool SetCommandNode(DesignTree& Tree, R& Record, const Place&, std::int32_t Index, std::wstring& Key,
+                    std::optional<std::int32_t> Relationship) {
+    return CommandNodeAdd(Record.Commands.Item(Index), Tree, Key, Relationship);
+}
+
+bool SetFieldNode(DesignTree& Tree, R& Record, const Place&, std::int32_t Index, std::wstring& Key,
+                  std::optional<std::int32_t> Relationship) {
+    const F& Field = Record.Fields.Item(Index);
+    vdbShared::AddElementNodes(Tree, kFieldShape, FieldNodeCaption(Field),
+                               vdbShared::CaptionsOf(Field.Captions, CaptionNode<ParmItem>), Key,
+                               Relationship);
+    return false;
+}
+
+constexpr auto kOfFolder = vdbShared::LeafKeys::OfFolder;
+constexpr auto kOfSection = vdbShared::LeafKeys::OfSection;
+
+// A new label reads as a message until its section is saved, it is moved or the tree is built again.
 constexpr ListSection<R> kLists[] = {
-    {kTitles, 0, ListOf<&R::Titles>, NewIn<&R::Titles>, LeafIn<kTitles, &R::Titles, TitleNode<ParmItem>>,
+    {kTitles, 0, vdbShared::ListOf<Titles>, vdbShared::NewIn<Titles>,
+     vdbShared::Leaf<Titles, kTitles, TitleNode<ParmItem>>, NewAt::End, Move::Yes, Delete::Yes},
+    {kMessage, 0, vdbShared::ListOf<Messages>, vdbShared::NewIn<Messages>,
+     vdbShared::Leaf<Messages, kMessage, MessageNode<ParmItem>>, NewAt::End, Move::Yes, Delete::Yes},
+    {kFonts, 0, vdbShared::ListOf<Fonts>, vdbShared::NewIn<Fonts>,
+     vdbShared::Leaf<Fonts, kFonts, FontNode<FontRecord>>, NewAt::End, Move::Yes, Delete::Yes},
+    {kCommands, 0, vdbShared::ListOf<Commands>, NewCommand, SetCommandNode, NewAt::End, Move::Yes,
+     Delete::Yes},
+    {kFields, 0, vdbShared::ListOf<Fields>, vdbShared::NewIn<Fields>, SetFieldNode, NewAt::End, Move::Yes,
+     Delete::Yes},
+    {kCommandTips, 1, vdbShared::ListOf<Tips>, vdbShared::NewIn<Tips>,
+     vdbShared::InnerLeaf<Tips, kCommandTips, kOfSection, MessageNode<ParmItem>, MessageNode<ParmItem>>,
      NewAt::End, Move::Yes, Delete::Yes},
-    {kMessage, 0, ListOf<&R::Messages>, NewIn<&R::Messages>,
-     LeafIn<kMessage, &R::Messages, MessageNode<ParmItem>>, NewAt::End, Move::Yes, Delete::Yes},
-    {kFonts, 0, ListOf<&R::Fonts>, NewIn<&R::Fonts>, LeafIn<kFonts, &R::Fonts, FontNode<FontRecord>>,
-     NewAt::End, Move::Yes, Delete::Yes},
-    {kCommands, 0, ListOf<&R::Commands>,
-     [](R& Record, const Place&, std::int32_t After) {
-         CommandRecord Fresh;
-         Fresh.Code = L"?????";
-         return vdbShared::NewElement(Record.Commands, After, std::move(Fresh));
-     },
-     [](DesignTree& Tree, R& Record, const Place&, std::int32_t Index, std::wstring& Key,
-        std::optional<std::int32_t> Relationship) {
-         return CommandNodeAdd(Record.Commands.Item(Index), Tree, Key, Relationship);
-     },
-     NewAt::End, Move::Yes, Delete::Yes},
-    {kFields, 0, ListOf<&R::Fields>, NewIn<&R::Fields>,
-     [](DesignTree& Tree, R& Record, const Place&, std::int32_t Index, std::wstring& Key,
-        std::optional<std::int32_t> Relationship) {
-         const F& Field = Record.Fields.Item(Index);
-         vdbShared::AddElementNodes(Tree, kFieldShape, FieldNodeCaption(Field),
-                                    vdbShared::CaptionsOf(Field.Captions, CaptionNode<ParmItem>), Key,
-                                    Relationship);
-         return false;
-     },
-     NewAt::End, Move::Yes, Delete::Yes},
-    {kCommandTips, 1, [](R& Record, const Place& At) -> ParmListBase& { return TipsOf(Record, At); },
-     [](R& Record, const Place& At, std::int32_t After) {
-         return vdbShared::NewElement(TipsOf(Record, At), After);
-     },
-     [](DesignTree& Tree, R& Record, const Place& At, std::int32_t Index, std::wstring& Key,
-        std::optional<std::int32_t> Relationship) {
-         return vdbShared::SetInnerNode(Tree, MessageNode(TipsOf(Record, At).Item(Index)), Key, Relationship,
-                                        vdbShared::LeafKeys::OfSection, kCommandTips);
-     },
-     NewAt::End, Move::Yes, Delete::Yes},
-    // A new label reads as a message until it is moved or the tree is built again.
-    {kFieldCaption, 1, [](R& Record, const Place& At) -> ParmListBase& { return CaptionsOf(Record, At); },
-     [](R& Record, const Place& At, std::int32_t After) {
-         return vdbShared::NewElement(CaptionsOf(Record, At), After);
-     },
-     [](DesignTree& Tree, R& Record, const Place& At, std::int32_t Index, std::wstring& Key,
-        std::optional<std::int32_t> Relationship) {
-         const ParmItem& Label = CaptionsOf(Record, At).Item(Index);
-         return vdbShared::SetInnerNode(
-             Tree, Relationship == relation::kChild ? MessageNode(Label) : CaptionNode(Label), Key,
-             Relationship);
-     },
+    {kFieldCaption, 1, vdbShared::ListOf<Captions>, vdbShared::NewIn<Captions>,
+     vdbShared::InnerLeaf<Captions, kFieldCaption, kOfFolder, MessageNode<ParmItem>, CaptionNode<ParmItem>>,
      NewAt::End, Move::Yes, Delete::Yes},
 };
+
+const std::wstring& CodeOf(const CommandRecord& Command) { return Command.Code; }
+
+// The sections of elements that ParmEditor reads and renders.
+// clang-format off
+constexpr ElementSection<R> kSections[] = {
+    vdbShared::Edits<Fonts, ParmEditor::SaveFont, ParmEditor::DispFont, FontNode<FontRecord>>(kFonts, Self::Yes),
+    vdbShared::Edits<Titles, ParmEditor::SaveTitle, ParmEditor::DispTitle, TitleNode<ParmItem>>(kTitles, Self::Yes),
+    vdbShared::Edits<Messages, ParmEditor::SaveCaption, ParmEditor::DispCaption, MessageNode<ParmItem>>(kMessage, Self::Yes),
+    vdbShared::Edits<Commands, ParmEditor::SaveCommand, ParmEditor::DispCommand, CodeOf>(kCommandParms, Self::No),
+    vdbShared::Edits<Tips, ParmEditor::SaveCaption, ParmEditor::DispCaption, MessageNode<ParmItem>>(kCommandTips, Self::Yes),
+    vdbShared::Edits<Captions, SaveLabel, ParmEditor::DispCaption, CaptionNode<ParmItem>>(kFieldCaption, Self::Yes),
+};
+// clang-format on
 
 struct FolderRow {
     std::wstring_view Word;
@@ -217,44 +212,16 @@ bool diStem::SaveData(const Head& At, std::wstring& NewItemKey, std::wstring& Bu
         SaveFlags Flags;
         const bool SyntaxOn = Tree().SyntaxOn();
         if (SetSaveFlags(Flags, SyntaxOn)) return true;
-        const auto Leaf = [&] { return PlaceOf(Tree(), At, 0, Self::Yes)[0]; };
-        const auto Element = [&] { return Tree().NodeParent(vdbShared::FolderOf(Tree(), At.CurrFolder)); };
-        const auto Show = [&](const std::wstring& Key, std::wstring Caption) {
-            vdbShared::ShowCaption(Tree(), Key, std::move(Caption), NewItemKey);
-            return false;
-        };
         if (At.Key == kParms) return SaveParm(Buffer, SyntaxOn);
-        if (At.Key == kFonts) {
-            FontRecord& Edited = Record().Fonts.Item(Leaf());
-            return ParmEditor::SaveFont(Edited, Buffer, Flags) || Show(At.CurrItem, FontNode(Edited));
-        }
-        if (At.Key == kTitles) {
-            ParmItem& Edited = Record().Titles.Item(Leaf());
-            return ParmEditor::SaveTitle(Edited, Buffer, Flags) || Show(At.CurrItem, TitleNode(Edited));
-        }
-        if (At.Key == kMessage) {
-            ParmItem& Edited = Record().Messages.Item(Leaf());
-            return ParmEditor::SaveCaption(Edited, Buffer, Flags) || Show(At.CurrItem, MessageNode(Edited));
-        }
-        if (At.Key == kCommandParms) {
-            CommandRecord& Edited = Record().Commands.Item(PlaceOf(Tree(), At, 1, Self::No)[0]);
-            return ParmEditor::SaveCommand(Edited, Buffer, Flags) || Show(Element(), Edited.Code);
-        }
-        if (At.Key == kCommandTips) {
-            const Place Of = PlaceOf(Tree(), At, 1, Self::Yes);
-            ParmItem& Edited = TipsOf(Record(), Of).Item(Of[1]);
-            return ParmEditor::SaveCaption(Edited, Buffer, Flags) || Show(At.CurrItem, MessageNode(Edited));
-        }
         if (At.Key == kFieldParms)
             return SaveFieldParm(Buffer, PlaceOf(Tree(), At, 1, Self::No)[0], SyntaxOn);
-        if (At.Key == kFieldCaption) {
-            const Place Of = PlaceOf(Tree(), At, 1, Self::Yes);
-            std::wstring Caption;
-            if (CaptionSave(Buffer, CaptionsOf(Record(), Of).Item(Of[1]), Caption, Flags)) return true;
-            // Whichever label was edited, the field is named by its first.
-            Tree().SetNodeText(Element(), FieldNodeCaption(Record().Fields.Item(Of[0])));
-            return Show(At.CurrItem, Caption);
-        }
+        const auto* const Section = FindSection(kSections, At.Key);
+        if (!Section) return false;
+        if (vdbShared::SaveElement(Tree(), Record(), *Section, At, NewItemKey, Buffer, Flags)) return true;
+        // Whichever label was edited, the field is named by its first.
+        if (At.Key == kFieldCaption)
+            Tree().SetNodeText(vdbShared::ElementNode(Tree(), At, Self::No),
+                               FieldNodeCaption(Record().Fields.Item(PlaceOf(Tree(), At, 1, Self::No)[0])));
         return false;
     });
 }
@@ -264,10 +231,7 @@ bool diStem::Save(RegData& Clsid) {
 }
 
 bool diStem::MoveData(Head& At, std::int32_t Direction) {
-    return Trap(L"diStem.MoveData", [&] {
-        const auto* const List = FindSection(kLists, At.Key);
-        return List && vdbShared::MoveInSection(Tree(), Record(), *List, At, Direction);
-    });
+    return vdbShared::MoveData(L"diStem.MoveData", Tree(), Record(), kLists, At, Direction);
 }
 
 bool diStem::LoadData(RegData& Clsid) {
@@ -291,45 +255,25 @@ bool diStem::ExportData(RegData& Clsid, std::wstring& Buffer) {
     return Trap(L"diStem.ExportData", [&] {
         if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         const R& Exported = Record();
-        const auto One = [&](std::wstring_view Section, Positions Item, std::int32_t Indent) {
-            return DispData(vdbShared::ExportHead(Section), Buffer, true, Item, Indent);
-        };
-        const auto Each = [](const ParmListBase& List, auto&& Run) {
-            for (std::int32_t I = 1; I <= List.Count(); ++I)
-                if (Run(I)) return true;
-            return false;
-        };
-        const auto Plain = [&](std::wstring_view Section, const ParmListBase& List) {
-            return Each(List, [&](std::int32_t I) { return One(Section, {&I, 1}, 1); });
-        };
-        const auto Inner = [&](std::wstring_view Section, const ParmListBase& List, std::int32_t Owner,
-                               std::int32_t Indent) {
-            return Each(List, [&](std::int32_t K) {
-                const std::array<std::int32_t, 2> Of{Owner, K};
-                return One(Section, Of, Indent);
-            });
-        };
-        return One(kParms, {}, 1) || Plain(kMessage, Exported.Messages) ||
-               Each(Exported.Commands,
-                    [&](std::int32_t C) {
-                        return One(kCommands, {&C, 1}, 1) ||
-                               Inner(kCommandTips, Exported.Commands.Item(C).ToolTips, C, 1);
-                    }) ||
-               Plain(kFonts, Exported.Fonts) || Plain(kTitles, Exported.Titles) ||
-               Each(Exported.Fields, [&](std::int32_t F) {
-                   return vdbShared::WrapSection(Buffer, kFields, true, 1, [&] {
-                       return One(kFieldParms, {&F, 1}, 2) ||
-                              Inner(kFieldCaption, Exported.Fields.Item(F).Captions, F, 2);
+        vdbShared::Exporter Out(*this, Buffer);
+        return Out.One(kParms, 1) || Out.Each(kMessage, Exported.Messages, 1) ||
+               Out.Each(Exported.Commands,
+                        [&](std::int32_t C) {
+                            return Out.One(kCommands, 1, {&C, 1}) ||
+                                   Out.Inner(kCommandTips, Exported.Commands.Item(C).ToolTips, C, 1);
+                        }) ||
+               Out.Each(kFonts, Exported.Fonts, 1) || Out.Each(kTitles, Exported.Titles, 1) ||
+               Out.Each(Exported.Fields, [&](std::int32_t N) {
+                   return Out.Block(kFields, 1, [&] {
+                       return Out.One(kFieldParms, 2, {&N, 1}) ||
+                              Out.Inner(kFieldCaption, Exported.Fields.Item(N).Captions, N, 2);
                    });
                });
     });
 }
 
 bool diStem::EditData(const Head& At, std::wstring& NewItemKey) {
-    return Trap(L"diStem.EditData", [&] {
-        const auto* const List = FindSection(kLists, At.Key);
-        return List && vdbShared::AddElement(Tree(), Record(), *List, At, NewItemKey);
-    });
+    return vdbShared::EditData(L"diStem.EditData", Tree(), Record(), kLists, At, NewItemKey);
 }
 
 bool diStem::DispData(const Head& At, std::wstring& Buffer, bool ExternalTarget, Positions Item,
@@ -337,28 +281,13 @@ bool diStem::DispData(const Head& At, std::wstring& Buffer, bool ExternalTarget,
     return Trap(L"diStem.DispData", [&] {
         SaveFlags Flags;
         if (SetSaveFlags(Flags, Tree().SyntaxOn())) return true;
-        const auto Leaf = [&] { return PlaceOf(Tree(), At, 0, Self::Yes, Item)[0]; };
         return vdbShared::WrapSection(Buffer, At.Key, ExternalTarget, Indent, [&] {
             const std::int32_t Inside = vdbShared::InnerIndent(Indent);
             if (At.Key == kParms) return DispParm(Buffer, Inside);
-            if (At.Key == kFonts) return ParmEditor::DispFont(Record().Fonts.Item(Leaf()), Buffer, Flags);
-            if (At.Key == kTitles) return ParmEditor::DispTitle(Record().Titles.Item(Leaf()), Buffer, Flags);
-            if (At.Key == kMessage)
-                return ParmEditor::DispCaption(Record().Messages.Item(Leaf()), Buffer, Flags);
-            if (At.Key == kCommandParms)
-                return ParmEditor::DispCommand(
-                    Record().Commands.Item(PlaceOf(Tree(), At, 1, Self::No, Item)[0]), Buffer, Flags);
-            if (At.Key == kCommandTips) {
-                const Place Of = PlaceOf(Tree(), At, 1, Self::Yes, Item);
-                return ParmEditor::DispCaption(TipsOf(Record(), Of).Item(Of[1]), Buffer, Flags);
-            }
             if (At.Key == kFieldParms)
                 return DispFieldParm(Buffer, PlaceOf(Tree(), At, 1, Self::No, Item)[0], Inside);
-            if (At.Key == kFieldCaption) {
-                const Place Of = PlaceOf(Tree(), At, 1, Self::Yes, Item);
-                return ParmEditor::DispCaption(CaptionsOf(Record(), Of).Item(Of[1]), Buffer, Flags);
-            }
-            return false;
+            const auto* const Section = FindSection(kSections, At.Key);
+            return Section && vdbShared::DispElement(Tree(), Record(), *Section, At, Item, Buffer, Flags);
         });
     });
 }
@@ -368,11 +297,7 @@ bool diStem::CopyData(const Head&, bool, ClipItem& DataObj) {
 }
 
 bool diStem::DeleteData(const Head& At, bool Group) {
-    return Trap(L"diStem.DeleteData", [&] {
-        if (const auto* const List = FindSection(kLists, At.Key))
-            vdbShared::DeleteInSection(Tree(), Record(), *List, At, Group);
-        return false;
-    });
+    return vdbShared::DeleteData(L"diStem.DeleteData", Tree(), Record(), kLists, At, Group);
 }
 
 bool diStem::SaveParm(std::wstring& Buffer, bool SyntaxOn) {

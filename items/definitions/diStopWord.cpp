@@ -95,6 +95,66 @@ class PairLine {
     std::int32_t Number_;
 };
 
+// The packed table as it grows. A word is a repeat when the text already holds a code 0, the word and a tab.
+// What stands between the two is kept by its hash, so that a repeat is found without walking the text; a tab
+// inside a word or a replacement ends one such word more. Only a word with a code 0 inside, which may begin
+// in one pair and end in another, is looked for in the text itself.
+class PackedWords {
+  public:
+    // `Room` is what the text will need at most: it must not move under the words that are kept.
+    explicit PackedWords(std::size_t Room) : Text_(1, L'\0') { Text_.reserve(Room + 1); }
+
+    bool Holds(std::wstring_view Word) const {
+        if (Word.find(L'\0') == Word.npos) return Words_.contains({Word, HashOf(Word)});
+        std::wstring Wanted(1, L'\0');
+        Wanted.append(Word).push_back(L'\t');
+        return Text_.find(Wanted) != Text_.npos;
+    }
+
+    void Add(std::wstring_view Word, std::wstring_view Replacement) {
+        std::size_t Begin = Text_.size();
+        const std::size_t First = Begin;
+        Text_.append(Word).append(1, L'\t').append(Replacement).push_back(L'\0');
+        const std::wstring_view All(Text_);
+        std::size_t Hash = kEmptyHash;
+        for (std::size_t At = First; At + 1 < All.size(); ++At) {
+            if (All[At] == L'\0') {
+                Begin = At + 1;
+                Hash = kEmptyHash;
+                continue;
+            }
+            if (All[At] == L'\t') Words_.insert({All.substr(Begin, At - Begin), Hash});
+            Hash = Next(Hash, All[At]);
+        }
+    }
+
+    std::wstring Take() && { return std::move(Text_); }
+
+  private:
+    struct Known {
+        std::wstring_view Word;
+        std::size_t Hash;
+        bool operator==(const Known& Other) const { return Hash == Other.Hash && Word == Other.Word; }
+    };
+    struct ByHash {
+        std::size_t operator()(const Known& Of) const noexcept { return Of.Hash; }
+    };
+
+    // Character by character, so that the hash of each beginning of a text comes with that of the text.
+    static constexpr std::size_t kEmptyHash = 1469598103934665603U;
+    static std::size_t Next(std::size_t Hash, wchar_t C) noexcept {
+        return (Hash ^ static_cast<std::size_t>(C)) * 1099511628211U;
+    }
+    static std::size_t HashOf(std::wstring_view Word) noexcept {
+        std::size_t Hash = kEmptyHash;
+        for (const wchar_t C : Word) Hash = Next(Hash, C);
+        return Hash;
+    }
+
+    std::wstring Text_;
+    std::unordered_set<Known, ByHash> Words_;
+};
+
 }  // namespace
 
 bool diStopWord::SaveData(const Head& At, std::wstring&, std::wstring& Buffer, RegData*) {
@@ -187,11 +247,7 @@ bool diStopWord::SaveTable(std::wstring& Buffer) {
     SectionText Text(Buffer);
     return Trap(L"diStopWord.SaveTable", Text, [&] {
         const std::wstring Separator(SeparatorOf(Record()));
-        std::wstring Packed(1, L'\0');
-        Packed.reserve(Buffer.size() + 1);  // a pair is never longer packed than typed, so views into it hold
-        // What stands between a code 0 and a tab in the packed text, so that a repeat is found without
-        // walking it.
-        std::unordered_set<std::wstring_view> Words;
+        PackedWords Packed(Buffer.size());  // a pair is never longer packed than typed
         std::wstring_view Line;
         std::wstring_view Unused;
         while (!Text.Empty()) {
@@ -203,17 +259,11 @@ bool diStopWord::SaveTable(std::wstring& Buffer) {
             Pair.Part(Separator, Word, Replacement);
             Word = Pair.Quoted(Word);
             if (Word.empty()) Pair.Refuse(L" contiene una stringa vuota.");
-            if (Words.contains(Word))
+            if (Packed.Holds(Word))
                 Pair.Refuse(L" contiene la parola " + std::wstring(Word) + L" più di una volta.");
-            const std::size_t Begin = Packed.size();
-            Packed.append(Word).push_back(L'\t');
-            Packed.append(Pair.Quoted(Replacement));
-            const std::wstring_view Entry = std::wstring_view(Packed).substr(Begin);
-            for (std::size_t Tab = Entry.find(L'\t'); Tab != Entry.npos; Tab = Entry.find(L'\t', Tab + 1))
-                Words.insert(Entry.substr(0, Tab));
-            Packed.push_back(L'\0');
+            Packed.Add(Word, Pair.Quoted(Replacement));
         }
-        Record().Table = std::move(Packed);
+        Record().Table = std::move(Packed).Take();
         return false;
     });
 }

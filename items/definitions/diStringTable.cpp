@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "editor/ParmEditor.h"
+#include "frame/ElementSection.h"
 #include "frame/ListSection.h"
 #include "frame/SectionTable.h"
 #include "frame/vdbcModule.h"
@@ -49,22 +50,22 @@ std::int32_t NewMessage(R& Record, const Place&, std::int32_t After) {
     return vdbShared::NewElement(Record.Messages, After, std::move(Fresh));
 }
 
-ParmList<ParmItem>& TextsOf(R& Record, const Place& At) { return Record.Messages.Item(At[0]).Message; }
+using Messages = InRecord<&R::Messages>;
+using Texts = InElement<Messages, &StringItemRecord::Message>;
+
+constexpr auto kOfFolder = vdbShared::LeafKeys::OfFolder;
 
 constexpr ListSection<R> kLists[] = {
-    {kMessages, 0, [](R& Record, const Place&) -> ParmListBase& { return Record.Messages; }, NewMessage,
-     SetMsgNode, NewAt::BehindSelected, Move::Yes, Delete::Yes},
-    {kMessageTexts, 1, [](R& Record, const Place& At) -> ParmListBase& { return TextsOf(Record, At); },
-     [](R& Record, const Place& At, std::int32_t After) {
-         return vdbShared::NewElement(TextsOf(Record, At), After);
-     },
-     [](DesignTree& Tree, R& Record, const Place& At, std::int32_t Index, std::wstring& Key,
-        std::optional<std::int32_t> Relationship) {
-         return vdbShared::SetInnerNode(Tree, MessageNode(TextsOf(Record, At).Item(Index)), Key,
-                                        Relationship);
-     },
+    {kMessages, 0, vdbShared::ListOf<Messages>, NewMessage, SetMsgNode, NewAt::BehindSelected, Move::Yes,
+     Delete::Yes},
+    {kMessageTexts, 1, vdbShared::ListOf<Texts>, vdbShared::NewIn<Texts>,
+     vdbShared::InnerLeaf<Texts, kMessageTexts, kOfFolder, MessageNode<ParmItem>, MessageNode<ParmItem>>,
      NewAt::End, Move::Yes, Delete::Yes},
 };
+
+constexpr ElementSection<R> kTextSection =
+    vdbShared::Edits<Texts, ParmEditor::SaveCaption, ParmEditor::DispCaption, MessageNode<ParmItem>>(
+        kMessageTexts, Self::Yes);
 
 }  // namespace
 
@@ -76,13 +77,10 @@ bool diStringTable::SaveData(const Head& At, std::wstring& NewItemKey, std::wstr
         if (At.Key == kMessageParms) {
             const std::int32_t Index = PlaceOf(Tree(), At, 1, Self::No)[0];
             if (SaveMsgParm(Buffer, Index, SyntaxOn)) return true;
-            vdbShared::ShowCaption(Tree(), Tree().NodeParent(vdbShared::FolderOf(Tree(), At.CurrFolder)),
+            vdbShared::ShowCaption(Tree(), vdbShared::ElementNode(Tree(), At, Self::No),
                                    Record().Messages.Item(Index).Name, NewItemKey);
         } else if (At.Key == kMessageTexts) {
-            const Place Of = PlaceOf(Tree(), At, 1, Self::Yes);
-            ParmItem& Edited = TextsOf(Record(), Of).Item(Of[1]);
-            if (ParmEditor::SaveCaption(Edited, Buffer, Flags)) return true;
-            vdbShared::ShowCaption(Tree(), At.CurrItem, MessageNode(Edited), NewItemKey);
+            return vdbShared::SaveElement(Tree(), Record(), kTextSection, At, NewItemKey, Buffer, Flags);
         }
         return false;
     });
@@ -93,10 +91,7 @@ bool diStringTable::Save(RegData& Clsid) {
 }
 
 bool diStringTable::MoveData(Head& At, std::int32_t Direction) {
-    return Trap(L"diStringTable.MoveData", [&] {
-        const auto* const List = FindSection(kLists, At.Key);
-        return List && vdbShared::MoveInSection(Tree(), Record(), *List, At, Direction);
-    });
+    return vdbShared::MoveData(L"diStringTable.MoveData", Tree(), Record(), kLists, At, Direction);
 }
 
 bool diStringTable::LoadData(RegData& Clsid) {
@@ -119,27 +114,18 @@ bool diStringTable::GetObjectInfo(std::wstring& Name, std::wstring& Desc, std::i
 bool diStringTable::ExportData(RegData& Clsid, std::wstring& Buffer) {
     return Trap(L"diStringTable.ExportData", [&] {
         if (vdbShared::LoadFresh(Record_, Clsid)) return true;
-        for (std::int32_t I = 1; I <= Record().Messages.Count(); ++I) {
-            const bool Failed = vdbShared::WrapSection(Buffer, kMessages, true, 1, [&] {
-                if (DispData(vdbShared::ExportHead(kMessageParms), Buffer, true, {&I, 1}, 2)) return true;
-                for (std::int32_t K = 1; K <= Record().Messages.Item(I).Message.Count(); ++K) {
-                    const std::array<std::int32_t, 2> Of{I, K};
-                    if (DispData(vdbShared::ExportHead(kMessageTexts), Buffer, true, Of, 2)) return true;
-                }
-                return false;
+        vdbShared::Exporter Out(*this, Buffer);
+        return Out.Each(Record().Messages, [&](std::int32_t I) {
+            return Out.Block(kMessages, 1, [&] {
+                return Out.One(kMessageParms, 2, {&I, 1}) ||
+                       Out.Inner(kMessageTexts, Record().Messages.Item(I).Message, I, 2);
             });
-            if (Failed) return true;
-        }
-        return false;
+        });
     });
 }
 
 bool diStringTable::EditData(const Head& At, std::wstring& NewItemKey) {
-    return Trap(L"diStringTable.EditData", [&] {
-        if (const auto* const List = FindSection(kLists, At.Key))
-            return vdbShared::AddElement(Tree(), Record(), *List, At, NewItemKey);
-        return false;
-    });
+    return vdbShared::EditData(L"diStringTable.EditData", Tree(), Record(), kLists, At, NewItemKey);
 }
 
 bool diStringTable::DispData(const Head& At, std::wstring& Buffer, bool ExternalTarget, Positions Item,
@@ -151,10 +137,8 @@ bool diStringTable::DispData(const Head& At, std::wstring& Buffer, bool External
             if (At.Key == kMessageParms)
                 return DispMsgParm(Buffer, PlaceOf(Tree(), At, 1, Self::No, Item)[0],
                                    vdbShared::InnerIndent(Indent));
-            if (At.Key == kMessageTexts) {
-                const Place Of = PlaceOf(Tree(), At, 1, Self::Yes, Item);
-                return ParmEditor::DispCaption(TextsOf(Record(), Of).Item(Of[1]), Buffer, Flags);
-            }
+            if (At.Key == kMessageTexts)
+                return vdbShared::DispElement(Tree(), Record(), kTextSection, At, Item, Buffer, Flags);
             return false;
         });
     });
@@ -165,11 +149,7 @@ bool diStringTable::CopyData(const Head&, bool, ClipItem& DataObj) {
 }
 
 bool diStringTable::DeleteData(const Head& At, bool Group) {
-    return Trap(L"diStringTable.DeleteData", [&] {
-        if (const auto* const List = FindSection(kLists, At.Key))
-            vdbShared::DeleteInSection(Tree(), Record(), *List, At, Group);
-        return false;
-    });
+    return vdbShared::DeleteData(L"diStringTable.DeleteData", Tree(), Record(), kLists, At, Group);
 }
 
 bool diStringTable::SaveMsgParm(std::wstring& Buffer, std::int32_t Index, bool SyntaxOn) {

@@ -252,10 +252,11 @@ bool SetFieldNode(DesignTree& Tree, R& Record, const Place&, std::int32_t Index,
     return false;
 }
 
+using Fields = InRecord<&R::Fields>;
+
 constexpr ListSection<R> kLists[] = {
-    {kFields, 0, [](R& Record, const Place&) -> ParmListBase& { return Record.Fields; },
-     [](R& Record, const Place&, std::int32_t After) { return vdbShared::NewElement(Record.Fields, After); },
-     SetFieldNode, NewAt::BehindSelected, Move::Yes, Delete::Yes},
+    {kFields, 0, vdbShared::ListOf<Fields>, vdbShared::NewIn<Fields>, SetFieldNode, NewAt::BehindSelected,
+     Move::Yes, Delete::Yes},
 };
 
 }  // namespace
@@ -282,10 +283,7 @@ bool diTable::Save(RegData& Clsid) {
 }
 
 bool diTable::MoveData(Head& At, std::int32_t Direction) {
-    return Trap(L"diTable.MoveData", [&] {
-        const auto* const List = FindSection(kLists, At.Key);
-        return List && vdbShared::MoveInSection(Tree(), Record(), *List, At, Direction);
-    });
+    return vdbShared::MoveData(L"diTable.MoveData", Tree(), Record(), kLists, At, Direction);
 }
 
 bool diTable::LoadData(RegData& Clsid) {
@@ -315,13 +313,10 @@ bool diTable::GetObjectInfo(std::wstring& Name, std::wstring& Desc, std::int16_t
 bool diTable::ExportData(RegData& Clsid, std::wstring& Buffer) {
     return Trap(L"diTable.ExportData", [&] {
         if (vdbShared::LoadFresh(Record_, Clsid)) return true;
-        if (DispData(vdbShared::ExportHead(kParms), Buffer, true, {}, 1)) return true;
-        for (std::int32_t I = 1; I <= Record().Fields.Count(); ++I)
-            if (vdbShared::WrapSection(Buffer, kFields, true, 1, [&] {
-                    return DispData(vdbShared::ExportHead(kFieldParms), Buffer, true, {&I, 1}, 2);
-                }))
-                return true;
-        return false;
+        vdbShared::Exporter Out(*this, Buffer);
+        return Out.One(kParms, 1) || Out.Each(Record().Fields, [&](std::int32_t I) {
+            return Out.Block(kFields, 1, [&] { return Out.One(kFieldParms, 2, {&I, 1}); });
+        });
     });
 }
 
@@ -368,11 +363,7 @@ bool diTable::CopyData(const Head&, bool, ClipItem& DataObj) {
 }
 
 bool diTable::DeleteData(const Head& At, bool Group) {
-    return Trap(L"diTable.DeleteData", [&] {
-        if (const auto* const List = FindSection(kLists, At.Key))
-            vdbShared::DeleteInSection(Tree(), Record(), *List, At, Group);
-        return false;
-    });
+    return vdbShared::DeleteData(L"diTable.DeleteData", Tree(), Record(), kLists, At, Group);
 }
 
 bool diTable::SaveParm(std::wstring& Buffer, bool SyntaxOn) {
