@@ -147,6 +147,93 @@ constexpr SectionRow<B> kCommand[] = {
     {L"VISIBLE=", read::BoolOrIgnore<&B::Visible>, write::Bool<&B::Visible>},
 };
 
+using U = PopupRecord;
+constexpr SectionRow<U> kPopup[] = {
+    {L"TEXT=", read::Text<&U::Text>, write::Quoted<&U::Text>},
+    {L"LANG=", read::Upper<&U::Language>, write::Quoted<&U::Language>},
+    {L"CODE=", read::Upper<&U::Code>, write::Quoted<&U::Code>},
+    {L"ACTION=", read::OneWord<&U::Action, kActionWords>, write::OneWord<&U::Action, kActionWords>},
+};
+
+// Bits of which one word of the table stands for none set: it adds nothing to the others.
+template <auto Member, const auto& Words, class Record>
+bool ReadBits(Record& Into, Parm& P) {
+    P.Unquote();
+    P.Fold();
+    P.AddWords(Words, Into.*Member);
+    return false;
+}
+
+// NONE or a number that begins with a digit; anything else is refused in strict mode and passed over in lax.
+template <auto Member, class Record>
+bool ReadCeiling(Record& Into, Parm& P) {
+    P.Fold();
+    const wchar_t First = P.Value.empty() ? L'0' : P.Value.front();
+    if (P.Value == kNone)
+        Into.*Member = -1;
+    else if (First >= L'0' && First <= L'9')
+        Into.*Member = StrUtil::ToLong(StrUtil::Number(P.Value));
+    else
+        P.BadIfStrict();
+    return false;
+}
+template <auto Member, class Record>
+bool WriteCeiling(const Record& From, std::wstring_view Keyword, LineWriter& Out) {
+    Out.Ceiling(Keyword, From.*Member);
+    return false;
+}
+
+using A = ApplicationRecord;
+// clang-format off
+constexpr SectionRow<A> kApplication[] = {
+    {L"RETRIEVAL=", read::Upper<&A::Retrieval>, write::Quoted<&A::Retrieval>},
+    {L"LANG=", read::Upper<&A::Language>, write::Quoted<&A::Language>},
+    {L"HELP=", read::Upper<&A::Help>, write::Quoted<&A::Help>},
+    {L"HELPWWW=", read::Upper<&A::HelpWww>, write::Quoted<&A::HelpWww>},
+    {L"STARTACTION=", read::OneWord<&A::StartAction, kActionWords>, write::OneWord<&A::StartAction, kActionWords>},
+    {L"STARTOBJECT=", read::Upper<&A::StartObject>, write::Quoted<&A::StartObject>},
+    {L"STARTUPMODE=", ReadBits<&A::StartupMode, kStartupModes, A>,
+     [](const A& From, std::wstring_view Keyword, LineWriter& Out) {
+         const std::wstring Modes = JoinSetWords(kStartupModes, From.StartupMode);
+         Out.Plain(Keyword, Modes.empty() ? kStartupModes.back().Text : Modes);
+         return false;
+     }},
+    {L"ALLOWSHUTDOWN=", read::BoolOrIgnore<&A::AllowShutdown>, write::Bool<&A::AllowShutdown>},
+    {L"IDLEACTION=", read::OneWord<&A::IdleAction, kIdleActions>, write::OneWord<&A::IdleAction, kIdleActions>},
+    {L"IDLETIME=", read::Long<&A::IdleTime>, write::Number<&A::IdleTime>},
+    {L"PASSWORD=", read::Text<&A::Password>, write::Quoted<&A::Password>},
+    {L"MSIEFLAGS=", read::Flags<&A::MsieFlags, kMsieFlags>, write::Flags<&A::MsieFlags, kMsieFlags>},
+    {L"REMOTEDB=", read::BoolOrIgnore<&A::RemoteDb>, write::Bool<&A::RemoteDb>},
+    {L"LOANENABLE=", ReadBits<&A::LoanEnable, kClientLoanWords, A>,
+     [](const A& From, std::wstring_view Keyword, LineWriter& Out) {
+         // That the loans are not enabled is said, whatever else is set.
+         constexpr const Word& kEnabled = kClientLoanWords[1];
+         std::wstring Words = JoinSetWords(kClientLoanWords, From.LoanEnable | kEnabled.Value);
+         if ((From.LoanEnable & kEnabled.Value) == 0)
+             Words.replace(0, kEnabled.Text.size(), kClientLoanWords[0].Text);
+         Out.Plain(Keyword, Words);
+         return false;
+     }},
+    {L"LOANPATH=", read::Text<&A::LoanPath>, write::Quoted<&A::LoanPath>},
+    {L"FORMAT=", read::OneWord<&A::Format, kClientFormats>, write::OneWord<&A::Format, kClientFormats>},
+    {L"PRINTERFLAGS=", read::Flags<&A::PrinterFlags, kPrinterFlags>, write::Flags<&A::PrinterFlags, kPrinterFlags>},
+    {L"PRNMAXITEMS=", ReadCeiling<&A::PrnMaxItems, A>, WriteCeiling<&A::PrnMaxItems, A>},
+    {L"PRNMAXRECS=", ReadCeiling<&A::PrnMaxRecs, A>, WriteCeiling<&A::PrnMaxRecs, A>},
+    {L"FILEFLAGS=", read::Flags<&A::FileFlags, kFileFlags>, write::Flags<&A::FileFlags, kFileFlags>},
+    {L"FILEMAXITEMS=", ReadCeiling<&A::FileMaxItems, A>, WriteCeiling<&A::FileMaxItems, A>},
+    {L"FILEMAXRECS=", ReadCeiling<&A::FileMaxRecs, A>, WriteCeiling<&A::FileMaxRecs, A>},
+    {L"OUTPUTUSERLOG=", read::BoolOrIgnore<&A::OutputUserLog>, write::Bool<&A::OutputUserLog>},
+    {L"LOGFILE=", read::Text<&A::LogFile>, write::Quoted<&A::LogFile>},
+    {L"MIRROROF=", read::Text<&A::MirrorOf>, write::Quoted<&A::MirrorOf>},
+};
+// clang-format on
+
+using M = MessageRecord;
+constexpr SectionRow<M> kMessage[] = {
+    {L"NAME=", read::Upper<&M::Name>, write::Quoted<&M::Name>},
+    {L"DESC=", read::Text<&M::Desc>, write::Quoted<&M::Desc>},
+};
+
 template <class Element>
 void NeedsLanguage(const Element& Read) {
     if (Read.Language.empty()) Raise(L"Non è stato specificato un codice LANG valido.");
@@ -157,14 +244,14 @@ template <class Record, class Rows, class Check>
 bool Save(std::wstring_view Source, const Rows& Table, Record& Into, std::wstring_view Buffer,
           const SaveFlags& Flags, Check&& AtEnd) {
     const bool Strict = StrictFlag(Flags);
-    return SaveSection(Source, Table, Into, Buffer, Strict, [&](const Record& Read) {
+    return SaveSection(Source, Scratch::Header, Table, Into, Buffer, Strict, [&](const Record& Read) {
         if (Strict) AtEnd(Read);
     });
 }
 template <class Record, class Rows>
 bool Save(std::wstring_view Source, const Rows& Table, Record& Into, std::wstring_view Buffer,
           const SaveFlags& Flags) {
-    return SaveSection(Source, Table, Into, Buffer, StrictFlag(Flags));
+    return SaveSection(Source, Scratch::Header, Table, Into, Buffer, StrictFlag(Flags));
 }
 
 // The sections here stand at the left margin: those who render through ParmEditor pass no indent.
@@ -230,6 +317,48 @@ bool DispImportField(const ImportFieldRecord& From, std::wstring& Buffer, const 
     return Disp(L"ParmEditor.DispImportField", kImportField, From, Buffer);
 }
 
+bool SaveApplication(ApplicationRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return Save(L"ParmEditor.SaveApplication", kApplication, Into, Buffer, Flags);
+}
+bool DispApplication(const ApplicationRecord& From, std::wstring& Buffer, const SaveFlags&) {
+    return Disp(L"ParmEditor.DispApplication", kApplication, From, Buffer);
+}
+
+bool SaveFormFont(FontRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return Save(L"ParmEditor.SaveFormFont", kFont, Into, Buffer, Flags);
+}
+bool DispFormFont(const FontRecord& From, std::wstring& Buffer, const SaveFlags&) {
+    return Disp(L"ParmEditor.DispFormFont", kFont, From, Buffer);
+}
+bool SaveTitleFont(FontRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return Save(L"ParmEditor.SaveTitleFont", kFont, Into, Buffer, Flags);
+}
+bool DispTitleFont(const FontRecord& From, std::wstring& Buffer, const SaveFlags&) {
+    return Disp(L"ParmEditor.DispTitleFont", kFont, From, Buffer);
+}
+bool DispMessageFont(const FontRecord& From, std::wstring& Buffer, const SaveFlags&) {
+    return Disp(L"ParmEditor.DispMessageFont", kFont, From, Buffer);
+}
+
+bool SaveMessage(ParmList<MessageRecord>& Messages, std::int32_t Index, std::wstring& Buffer,
+                 const SaveFlags& Flags) {
+    constexpr std::wstring_view kSource = L"ParmEditor.SaveMessage";
+    return Trap(kSource, [&] {
+        return Save(kSource, kMessage, Messages.Item(Index), Buffer, Flags,
+                    [&](const M& Read) { CheckMessageName(Read.Name, Messages, Index); });
+    });
+}
+bool DispMessage(const MessageRecord& From, std::wstring& Buffer, const SaveFlags&) {
+    return Disp(L"ParmEditor.DispMessage", kMessage, From, Buffer);
+}
+
+bool SaveMessageText(ParmItem& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return Save(L"ParmEditor.SaveMessageText", kText, Into, Buffer, Flags, NeedsLanguage<ParmItem>);
+}
+bool DispMessageText(const ParmItem& From, std::wstring& Buffer, const SaveFlags&) {
+    return Disp(L"ParmEditor.DispMessageText", kText, From, Buffer);
+}
+
 bool SaveCaption(ParmItem& Into, std::wstring& Buffer, const SaveFlags& Flags) {
     return Save(L"ParmEditor.SaveCaption", kText, Into, Buffer, Flags, NeedsLanguage<ParmItem>);
 }
@@ -263,6 +392,13 @@ bool SaveCommand(CommandRecord& Into, std::wstring& Buffer, const SaveFlags& Fla
 }
 bool DispCommand(const CommandRecord& From, std::wstring& Buffer, const SaveFlags&) {
     return Disp(L"ParmEditor.DispCommand", kCommand, From, Buffer);
+}
+
+bool SavePopup(PopupRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return Save(L"ParmEditor.SavePopup", kPopup, Into, Buffer, Flags, NeedsLanguage<PopupRecord>);
+}
+bool DispPopup(const PopupRecord& From, std::wstring& Buffer, const SaveFlags&) {
+    return Disp(L"ParmEditor.DispPopup", kPopup, From, Buffer);
 }
 
 }  // namespace kv::ParmEditor

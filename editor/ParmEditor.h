@@ -5,6 +5,7 @@
 #include <string>
 
 #include "frame/vdbcModule.h"
+#include "records/ApplicationRecord.h"
 #include "records/CatalogueRecord.h"
 #include "records/CommandRecord.h"
 #include "records/FilterRecord.h"
@@ -12,7 +13,9 @@
 #include "records/HtmlRecord.h"
 #include "records/ImportProcRecord.h"
 #include "records/ImportRecord.h"
+#include "records/MessageRecord.h"
 #include "records/ParmItem.h"
+#include "records/PopupRecord.h"
 
 namespace kv::ParmEditor {
 
@@ -46,6 +49,26 @@ template <class Record>
                                    const SaveFlags& Flags);
 [[nodiscard]] bool DispImportProc(const ImportProcRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
 
+/// A client application.
+[[nodiscard]] bool SaveApplication(ApplicationRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispApplication(const ApplicationRecord& From, std::wstring& Buffer,
+                                   const SaveFlags& Flags);
+// Its fonts. Those of the messages are rendered by themselves and parsed by SaveFormFont.
+[[nodiscard]] bool SaveFormFont(FontRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispFormFont(const FontRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool SaveTitleFont(FontRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispTitleFont(const FontRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispMessageFont(const FontRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
+
+/// A system message, NAME= and DESC=: the one at place `Index` of its list. In strict mode a name that is
+/// empty or that another message of the list bears is refused.
+[[nodiscard]] bool SaveMessage(ParmList<MessageRecord>& Messages, std::int32_t Index, std::wstring& Buffer,
+                               const SaveFlags& Flags);
+[[nodiscard]] bool DispMessage(const MessageRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
+/// A message's text in one language, as SaveCaption.
+[[nodiscard]] bool SaveMessageText(ParmItem& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispMessageText(const ParmItem& From, std::wstring& Buffer, const SaveFlags& Flags);
+
 // Sections that many classes share. A text in one language: TEXT=, LANG=; in strict mode an empty LANG= is
 // refused with "Non è stato specificato un codice LANG valido.".
 [[nodiscard]] bool SaveCaption(ParmItem& Into, std::wstring& Buffer, const SaveFlags& Flags);
@@ -61,6 +84,9 @@ template <class Record>
 /// CODE=, ACTION=, ENABLED=, VISIBLE=.
 [[nodiscard]] bool SaveCommand(CommandRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
 [[nodiscard]] bool DispCommand(const CommandRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
+/// TEXT=, LANG= as above, CODE=, ACTION= an action word.
+[[nodiscard]] bool SavePopup(PopupRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispPopup(const PopupRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
 
 }  // namespace kv::ParmEditor
 

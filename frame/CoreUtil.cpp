@@ -4,6 +4,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "frame/StrUtil.h"
+
 namespace kv {
 namespace {
 
@@ -168,6 +170,17 @@ bool CoreUtil::ToPath(const std::wstring& Text, std::filesystem::path& Path) noe
     } catch (...) {
         return false;
     }
+}
+
+std::int16_t CoreUtil::PackVersion(std::int16_t Major, std::int16_t Minor) {
+    const auto Byte = [](std::int16_t Part) { return static_cast<unsigned>(StrUtil::ToByte(Part)); };
+    return static_cast<std::int16_t>(Byte(Major) << 8U | Byte(Minor));
+}
+
+void CoreUtil::UnpackVersion(std::int16_t Version, std::int16_t& Major, std::int16_t& Minor) noexcept {
+    const auto Bits = static_cast<std::uint16_t>(Version);
+    Major = static_cast<std::int16_t>(Bits >> 8U);
+    Minor = static_cast<std::int16_t>(Bits & 0xFFU);
 }
 
 void CoreUtil::TrimEnd(std::wstring& Text, std::wstring_view Chars) noexcept {

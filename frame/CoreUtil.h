@@ -81,6 +81,12 @@ class CoreUtil {
     /// The path as the system takes it; False when the text can't be one.
     static bool ToPath(const std::wstring& Text, std::filesystem::path& Path) noexcept;
 
+    /// A version of a base as one 16-bit number: the major number in the high byte, the minor in the low one.
+    /// Raises "Overflow" for a number that is no byte.
+    static std::int16_t PackVersion(std::int16_t Major, std::int16_t Minor);
+    /// And back; every 16-bit number is a version.
+    static void UnpackVersion(std::int16_t Version, std::int16_t& Major, std::int16_t& Minor) noexcept;
+
     /// Takes the given characters off the end of the text.
     static void TrimEnd(std::wstring& Text, std::wstring_view Chars) noexcept;
 

@@ -57,22 +57,38 @@ inline std::wstring ElementNode(const DesignTree& Tree, const Head& At, Self Lea
     return Leaf == Self::Yes ? At.CurrItem : Tree.NodeParent(FolderOf(Tree, At.CurrFolder));
 }
 
+/// The place that a head or an export gives for a section. Where the list has no folder in the tree, the
+/// head's Index names the element.
+template <class R>
+Place PlaceOfSection(const DesignTree& Tree, const ElementSection<R>& Section, const Head& At,
+                     Positions Item = {}) {
+    const bool Unseen = Section.Owners == 0 && !Tree.HasNode(Section.Word);
+    if (Unseen && Item.empty()) return Place({&At.Index, 1});
+    return PlaceOf(Tree, At, Section.Owners, Section.Leaf, Item);
+}
+
 /// SaveData of an element's section. True on failure.
 template <class R>
 [[nodiscard]] bool SaveElement(DesignTree& Tree, R& Record, const ElementSection<R>& Section, const Head& At,
                                std::wstring& NewItemKey, std::wstring& Buffer, const SaveFlags& Flags) {
-    const Place Of = PlaceOf(Tree, At, Section.Owners, Section.Leaf);
+    const Place Of = PlaceOfSection(Tree, Section, At);
     if (Section.Save(Record, Of, Buffer, Flags)) return true;
-    if (Section.Caption)
-        ShowCaption(Tree, ElementNode(Tree, At, Section.Leaf), Section.Caption(Record, Of), NewItemKey);
+    if (!Section.Caption) return false;
+    std::wstring Caption = Section.Caption(Record, Of);
+    if (Section.Owners > 0 || Tree.HasNode(Section.Word))
+        ShowCaption(Tree, ElementNode(Tree, At, Section.Leaf), std::move(Caption), NewItemKey);
     return false;
 }
 
-/// DispData of an element's section. True on failure.
+/// DispData of an element's section; a list's folder that is selected itself has nothing to show. True on
+/// failure.
 template <class R>
 [[nodiscard]] bool DispElement(const DesignTree& Tree, R& Record, const ElementSection<R>& Section,
                                const Head& At, Positions Item, std::wstring& Buffer, const SaveFlags& Flags) {
-    return Section.Disp(Record, PlaceOf(Tree, At, Section.Owners, Section.Leaf, Item), Buffer, Flags);
+    const bool OnFolder = Section.Leaf == Self::Yes && Item.empty() && At.CurrItem == At.CurrFolder &&
+                          Tree.HasNode(At.CurrItem) && FolderOf(Tree, At.CurrItem) == At.CurrItem;
+    if (OnFolder && (Section.Owners > 0 || Tree.HasNode(Section.Word))) return false;
+    return Section.Disp(Record, PlaceOfSection(Tree, Section, At, Item), Buffer, Flags);
 }
 
 }  // namespace vdbShared

@@ -20,6 +20,8 @@ class SectionText;
 inline constexpr std::int32_t kDesignFault = 20000;
 /// Number of the syntax fault of a line; its text is the message of the same number.
 inline constexpr std::int32_t kSyntaxFault = 20018;
+/// "Parametri errati.", here for a stored form that does not unfold.
+inline constexpr std::int32_t kWrongParameters = 20017;
 
 /// Run-time faults: what went wrong below a procedure without having been raised by a check.
 namespace fault {

@@ -109,14 +109,14 @@ struct ListSection {
     std::wstring_view Word;  // section word of the elements
     std::size_t Owners;      // elements that the list itself stands in
     ParmListBase& (*List)(R&, const Place&);
-    /// Adds an element with a fresh id behind place `After`, 0 for the end; answers its place.
+    /// Adds an element with a fresh id behind place `After`, 0 for the end; answers its place, 0 on failure.
     std::int32_t (*New)(R&, const Place&, std::int32_t After);
     /// Makes the node of the element at Index: as a child of the folder Word (no Relationship), as a new one
     /// below the folder whose key Key holds (child), or as a moved one beside the node of that key. True on
-    /// failure.
+    /// failure. Null for a list that the tree does not show: At.Index alone names its elements.
     bool (*Build)(DesignTree&, R&, const Place&, std::int32_t Index, std::wstring& Key,
                   std::optional<std::int32_t> Relationship);
-    NewAt Place_;
+    NewAt Adds;
     Move Moves;
     Delete Deletes;
 };
@@ -201,6 +201,7 @@ bool InnerLeaf(DesignTree& Tree, typename L::Record& Record, const Place& At, st
 /// Loads the folder of a list section: a node for each element.
 template <class R>
 [[nodiscard]] bool BuildList(DesignTree& Tree, R& Record, const ListSection<R>& Section) {
+    if (!Section.Build) return false;
     const std::int32_t Count = Section.List(Record, {}).Count();
     for (std::int32_t I = 1; I <= Count; ++I) {
         std::wstring Key;
@@ -216,16 +217,35 @@ template <class R, class Rows>
     return false;
 }
 
+/// The folder in which the elements of a section stand: the one of its word, or for an inner list the folder
+/// that is selected or holds the selected leaf. Raises where that is no folder of the section. Empty for a
+/// list without nodes.
+template <class R>
+std::wstring FolderOfSection(const DesignTree& Tree, const ListSection<R>& Section, const Head& At) {
+    if (!Section.Build) return {};
+    if (Section.Owners == 0) return std::wstring(Section.Word);
+    std::wstring Folder = FolderOf(Tree, At.CurrFolder);
+    if (SectionWord(Folder) != Section.Word) RaiseFault(fault::kNoObject);
+    return Folder;
+}
+
 /// A new element of a list section, its node below the section's folder or behind the selected one. An
 /// element whose node can't be made is taken out again.
 template <class R>
 [[nodiscard]] bool AddElement(DesignTree& Tree, R& Record, const ListSection<R>& Section, const Head& At,
                               std::wstring& NewItemKey) {
+    const std::wstring Folder = FolderOfSection(Tree, Section, At);
+    if (Folder.empty()) {
+        if (Section.New(Record, {}, 0) == 0) return true;
+        SetNode(Tree, Section.Word, {}, NewItemKey, {}, true);
+        Tree.MarkModified(true);
+        return false;
+    }
     const Place Owners = PlaceOf(Tree, At, Section.Owners, Self::No);
-    const std::wstring Folder = FolderOf(Tree, At.CurrFolder);
-    const bool Behind = Section.Place_ == NewAt::BehindSelected && At.CurrItem != Folder;
+    const bool Behind = Section.Adds == NewAt::BehindSelected && StandsIn(Tree, At.CurrItem, Folder);
     std::wstring Key = Behind ? At.CurrItem : Folder;
     const std::int32_t Index = Section.New(Record, Owners, Behind ? Tree.NodeId(At.CurrItem) : 0);
+    if (Index == 0) return true;
     struct Addition {
         ParmListBase& List;
         const std::int32_t Index;
@@ -266,7 +286,11 @@ template <class R, class Rows>
                             Head& At, std::int32_t Direction) {
     return Trap(Source, [&] {
         const auto* const Section = FindSection(Lists, At.Key);
-        if (!Section || Section->Moves == Move::No || At.CurrItem == At.Key) return false;
+        if (!Section || Section->Moves == Move::No) return false;
+        const std::wstring Folder = FolderOfSection(Tree, *Section, At);
+        if (Folder.empty()) return MoveUnseen(Tree, Section->List(Record, {}), At, Direction);
+        if (At.CurrItem == Folder) return false;
+        if (!StandsIn(Tree, At.CurrItem, Folder)) return true;
         const Place Owners = PlaceOf(Tree, At, Section->Owners, Self::No);
         return MoveElement(Tree, Section->List(Record, Owners), At, Direction,
                            [&](std::int32_t Index, std::wstring& Key, std::int32_t Relationship) {
@@ -282,7 +306,9 @@ template <class R, class Rows>
     return Trap(Source, [&] {
         const auto* const Section = FindSection(Lists, At.Key);
         if (!Section || Section->Deletes == Delete::No) return false;
-        DeleteElement(Tree, Section->List(Record, PlaceOf(Tree, At, Section->Owners, Self::No)), At, Group);
+        const std::wstring Folder = FolderOfSection(Tree, *Section, At);
+        const Place Owners = PlaceOf(Tree, At, Section->Owners, Self::No);
+        DeleteElement(Tree, Section->List(Record, Owners), Folder, At, Group);
         return false;
     });
 }

@@ -35,6 +35,10 @@ void Parm::AddFlags(WordTable Words, std::int32_t& Bits) {
         Bits = 0;
         return;
     }
+    AddWords(Words, Bits);
+}
+
+void Parm::AddWords(WordTable Words, std::int32_t& Bits) {
     while (!Value.empty()) {
         if (const Word* Known = FindWord(Words, NextFlag()))
             Bits |= Known->Value;

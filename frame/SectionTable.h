@@ -25,6 +25,7 @@ class Parm {
 
     std::wstring_view Keyword;
     std::wstring_view Value;
+    std::int32_t Line = 0;  // 1-based, of the section text
     const bool Strict;
 
     /// Folds the value to upper case.
@@ -43,6 +44,8 @@ class Parm {
     /// Folds the value, then sets `Bits` to 0 for "NONE" and the empty value, and otherwise adds the bit of
     /// each word; a word that is not in the table is refused in strict mode and passed over in lax mode.
     void AddFlags(WordTable Words, std::int32_t& Bits);
+    /// Adds the bit of each word of the value as it stands; an unknown word as above.
+    void AddWords(WordTable Words, std::int32_t& Bits);
 
   private:
     std::wstring Held_;
@@ -70,6 +73,7 @@ bool ReadLines(SectionText& Text, const Rows& Table, Scratch& Into, Parm& P, Oth
     while (!Text.Empty()) {
         if (GetFieldValue(Text, P.Keyword, P.Value)) return true;
         if (P.Keyword.empty()) continue;
+        P.Line = Text.Line();
         const auto Found = std::find_if(std::begin(Table), std::end(Table),
                                         [&](const auto& Row) { return Row.Keyword == P.Keyword; });
         bool Failed = false;
@@ -116,6 +120,13 @@ struct LineWriter {
         AppendParm(Buffer, Indent, Keyword, Value, StrUtil::QuoteChar());
     }
     void Number(std::wstring_view Keyword, std::int32_t Value) { Plain(Keyword, std::to_wstring(Value)); }
+    /// The number, NONE for a negative one.
+    void Ceiling(std::wstring_view Keyword, std::int32_t Value) {
+        if (Value < 0)
+            Plain(Keyword, kNone);
+        else
+            Number(Keyword, Value);
+    }
     void Bool(std::wstring_view Keyword, bool Value) { Plain(Keyword, BooleanWord(Value)); }
     /// A line as it stands, behind the tabs.
     void Line(std::wstring_view Text) {
@@ -221,6 +232,27 @@ struct WordReader {
             P.BadIfStrict();
     }
 };
+template <auto Member, const auto& Words>
+struct FoldedWordReader {
+    template <class Scratch>
+    static void Run(Scratch& Into, Parm& P) {
+        P.Fold();
+        if (const Word* Found = FindWord(Words, P.Value))
+            Into.*Member = Found->Value;
+        else
+            P.BadIfStrict();
+    }
+};
+template <auto Member, const auto& Words>
+struct ExactWordReader {
+    template <class Scratch>
+    static void Run(Scratch& Into, Parm& P) {
+        if (const Word* Found = FindWord(Words, P.Value))
+            Into.*Member = Found->Value;
+        else
+            P.BadIfStrict();
+    }
+};
 
 template <auto Member>
 struct ByteReader {
@@ -261,6 +293,12 @@ inline constexpr Row<FlagsReader<Member, Words>> Flags{};
 /// One word of a table, folded; an unknown one is refused in strict mode and leaves the member alone else.
 template <auto Member, const auto& Words>
 inline constexpr Row<WordReader<Member, Words>> OneWord{};
+/// The same, folded but not unquoted: a word in quotes is unknown.
+template <auto Member, const auto& Words>
+inline constexpr Row<FoldedWordReader<Member, Words>> FoldedWord{};
+/// The same, compared as typed: no quotes taken off, no folding.
+template <auto Member, const auto& Words>
+inline constexpr Row<ExactWordReader<Member, Words>> ExactWord{};
 
 }  // namespace read
 
@@ -306,6 +344,12 @@ struct ConstantWriter {
         Out.Plain(Keyword, Value);
     }
 };
+struct NoteWriter {
+    template <class Record>
+    static void Run(const Record&, std::wstring_view Keyword, LineWriter& Out) {
+        Out.Line(Keyword);
+    }
+};
 template <auto Member, const auto& Words>
 struct FlagsWriter {
     template <class Record>
@@ -341,6 +385,8 @@ inline constexpr Row<BoolWriter<Member>> Bool{};
 /// The same word whatever the record holds.
 template <const std::wstring_view& Value>
 inline constexpr Row<ConstantWriter<Value>> Constant{};
+/// A comment line: what stands in the keyword's column, as it is.
+inline constexpr Row<NoteWriter> Note{};
 /// The decimal number.
 template <auto Member>
 inline constexpr Row<NumberWriter<Member>> Number{};

@@ -6,6 +6,7 @@
 #include <span>
 
 #include "frame/CoreUtil.h"
+#include "frame/DesignTree.h"
 #include "frame/StrUtil.h"
 #include "frame/vdbInclude.h"
 
@@ -13,8 +14,18 @@ namespace kv {
 namespace {
 
 constexpr std::array<std::wstring_view, 3> kTagClasses{L"PROFILE", L"TABLE", L"IMPORTPROC"};
+constexpr std::array<std::wstring_view, 1> kMessageClasses{L"VCLIENT"};
 
 Platform& Door() { return CoreUtil::Instance().Door(); }
+
+// Runs `Body` under the wait pointer, which goes however that ends.
+template <class Body>
+bool Waiting(std::wstring_view Source, Body&& Run) {
+    Door().SetPointer(kPointerWait);
+    const bool Failed = Trap(Source, Run);
+    Door().SetPointer(kPointerDefault);
+    return Failed;
+}
 
 // Whether the tool serves the class; where it does not, the operator is told.
 bool Served(std::wstring_view ClassWord, std::span<const std::wstring_view> Classes) {
@@ -41,14 +52,82 @@ std::vector<std::wstring> FreeRuns(const TagFields& Fields) {
     return Runs;
 }
 
+// Tags 1 to n in list order; group tags follow.
+void NumberAnew(const TagFields& Fields) {
+    // By level, the tag of the group field seen last since the last one of level 1; what was seen before
+    // that counts for nothing, and is told by its head.
+    struct Group {
+        std::int32_t Tag = 0;
+        std::int32_t Head = -1;
+    };
+    std::vector<Group> Groups;
+    std::int32_t Head = 0;
+    std::int32_t Next = 0;
+    for (const TagField& Field : Fields) {
+        *Field.Tag = ++Next;
+        if (!Field.GroupTag || *Field.GroupTag == 0) continue;
+        if (Field.Level < 1) {  // below no level: in no group
+            *Field.GroupTag = 0;
+            continue;
+        }
+        const auto Level = static_cast<std::size_t>(Field.Level);
+        if (Level == 1) Head = Next;
+        // What is deeper than any list is long needs no group.
+        if (Level <= Fields.size() && Groups.size() < Level) Groups.resize(Level);
+        if (Level <= Groups.size()) Groups[Level - 1] = {Next, Head};
+        if (Level == 1) {
+            *Field.GroupTag = Next;
+        } else {
+            // A level that was jumped over has none.
+            const Group Above = Level - 2 < Groups.size() ? Groups[Level - 2] : Group{};
+            *Field.GroupTag = Above.Head == Head ? Above.Tag : 0;
+        }
+    }
+}
+
+// Asks for a file and writes into it what `Write(Module)` makes. A cancelled dialog writes nothing.
+template <class Maker>
+bool WriteModule(std::wstring_view ClassWord, std::span<const std::wstring_view> Classes, Maker&& Write) {
+    return Trap(L"vdbcModule.ExportFieldsToConsts", [&] {
+        if (!Served(ClassWord, Classes)) return false;
+        constexpr std::int32_t kDialogFlags = 2664450;
+        const std::optional<std::wstring> Path =
+            Door().SaveFile(L"File di uscita", L"Moduli VB|*.BAS|Tutti i file|*.*", 1, kDialogFlags);
+        if (!Path) return false;
+        // The dialog has asked before it gives the name of a file that exists.
+        constexpr std::int32_t kMode =
+            mode::kRecordLength | mode::kCreate | mode::kReadWrite | mode::kTruncate;
+        FileNumber File;
+        if (const std::int32_t Refused = OpenFile(*Path, kMode, 16, 0, File); Refused != 0)
+            Raise(Refused, L"Impossibile creare il file " + *Path);
+        std::wstring Module;
+        Write(Module);
+        File.Write(StrUtil::ToBytes(Module));
+        return false;
+    });
+}
+
+// `Public Const <prefix><name><suffix>=<value>`, blanks in the name as "_".
+void AddConstant(std::wstring& Module, std::wstring_view Prefix, std::wstring Name, std::wstring_view Suffix,
+                 std::wstring_view Value) {
+    std::replace(Name.begin(), Name.end(), L' ', L'_');
+    Module.append(L"Public Const ").append(Prefix).append(Name).append(Suffix).append(L"=").append(Value);
+    Module.append(StrUtil::kLineEnd);
+}
+
+std::wstring InQuotes(const std::wstring& Text) { return StrUtil::QuoteChar() + Text + StrUtil::QuoteChar(); }
+
 }  // namespace
 
 bool FindFreeTags(std::wstring_view ClassWord, const TagFields& Fields) {
     return Trap(L"vdbcModule.FindFreeTags", [&] {
         if (!Served(ClassWord, kTagClasses)) return false;
-        Door().SetPointer(kPointerWait);
-        const std::vector<std::wstring> Runs = FreeRuns(Fields);
-        Door().SetPointer(kPointerDefault);
+        std::vector<std::wstring> Runs;
+        if (Waiting(L"vdbcModule.FindFreeTags", [&] {
+                Runs = FreeRuns(Fields);
+                return false;
+            }))
+            return true;
         Door().ShowList(L"Tag disponibili", Runs);
         return false;
     });
@@ -61,52 +140,50 @@ bool RenumTags(std::wstring_view ClassWord, const TagFields& Fields, bool& Chang
         if (Door().MessageBox(L"Confermi la rinumerazione dei Tag?",
                               box::kYesNo + box::kQuestion + box::kDefaultSecond) != Answer::Yes)
             return false;
-        Door().SetPointer(kPointerWait);
-        std::vector<std::int32_t> Groups;  // by level: the tag of the group field seen last, 0 where none was
-        std::int32_t Next = 0;
-        for (const TagField& Field : Fields) {
-            *Field.Tag = ++Next;
-            if (!Field.GroupTag || *Field.GroupTag == 0) continue;
-            if (Field.Level <= 1) {
-                *Field.GroupTag = Next;
-                Groups.assign(1, Next);
-            } else {
-                const auto Level = static_cast<std::size_t>(Field.Level);
-                // A level that was jumped over has no group; what is deeper than any list is long needs none.
-                if (Level <= Fields.size() && Groups.size() < Level) Groups.resize(Level, 0);
-                if (Level <= Groups.size()) Groups[Level - 1] = Next;
-                *Field.GroupTag = Level - 2 < Groups.size() ? Groups[Level - 2] : 0;
-            }
-        }
+        if (Waiting(L"vdbcModule.RenumTags", [&] {
+                NumberAnew(Fields);
+                return false;
+            }))
+            return true;
         Changed = true;
-        Door().SetPointer(kPointerDefault);
         return false;
     });
 }
 
 bool ExportFieldsToConsts(std::wstring_view ClassWord, const TagFields& Fields) {
-    return Trap(L"vdbcModule.ExportFieldsToConsts", [&] {
-        if (!Served(ClassWord, kTagClasses)) return false;
-        constexpr std::int32_t kDialogFlags = 2664450;
-        const std::optional<std::wstring> Path =
-            Door().SaveFile(L"File di uscita", L"Moduli VB|*.BAS|Tutti i file|*.*", 1, kDialogFlags);
-        if (!Path) return false;
-        // The dialog has asked before it gives the name of a file that exists.
-        constexpr std::int32_t kMode =
-            mode::kRecordLength | mode::kCreate | mode::kReadWrite | mode::kTruncate;
-        FileNumber File;
-        if (const std::int32_t Refused = OpenFile(*Path, kMode, 16, 0, File); Refused != 0)
-            Raise(Refused, L"Impossibile creare il file " + *Path);
-        std::wstring Module;
-        for (const TagField& Field : Fields) {
-            std::wstring Name = *Field.Name;
-            std::replace(Name.begin(), Name.end(), L' ', L'_');
-            Module.append(L"Public Const FTG_").append(Name).append(L"=").append(std::to_wstring(*Field.Tag));
-            Module.append(StrUtil::kLineEnd);
-        }
-        File.Write(StrUtil::ToBytes(Module));
-        return false;
+    return WriteModule(ClassWord, kTagClasses, [&](std::wstring& Module) {
+        for (const TagField& Field : Fields)
+            AddConstant(Module, L"FTG_", *Field.Name, {}, std::to_wstring(*Field.Tag));
     });
+}
+
+bool ExportFieldsToConsts(std::wstring_view ClassWord, const TagMessages& Messages) {
+    return WriteModule(ClassWord, kMessageClasses, [&](std::wstring& Module) {
+        constexpr std::wstring_view kPrefix = L"MSG_";
+        Module.append(L"'vdbApplication Messages").append(StrUtil::kLineEnd);
+        for (const TagMessage& Message : Messages)
+            for (const TagMessage::LanguageText& One : Message.Texts)
+                AddConstant(Module, kPrefix, *Message.Name, L"_" + *One.Language, InQuotes(*One.Text));
+        for (const TagMessage& Message : Messages)
+            AddConstant(Module, kPrefix, *Message.Name, L"_STR", InQuotes(*Message.Name));
+        // The text in Italian, or else the first, stands for the message: any text gives it a code.
+        std::int32_t Code = 9999;
+        for (const TagMessage& Message : Messages) {
+            ++Code;
+            if (!Message.Texts.empty())
+                AddConstant(Module, kPrefix, *Message.Name, L"_COD", std::to_wstring(Code));
+        }
+    });
+}
+
+bool RunTagTool(std::wstring_view Method, std::wstring_view ClassWord, const TagFields& Fields,
+                DesignTree& Tree) {
+    if (Method == L"FINDTAG") return FindFreeTags(ClassWord, Fields);
+    if (Method != L"RENUMTAG") return false;
+    bool Changed = false;
+    if (RenumTags(ClassWord, Fields, Changed)) return true;
+    if (Changed) Tree.MarkModified(true);
+    return false;
 }
 
 }  // namespace kv

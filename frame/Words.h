@@ -23,6 +23,8 @@ inline constexpr std::array<Word, 0> kNoWords{};
 
 inline constexpr std::wstring_view kNone = L"NONE";
 inline constexpr std::array<std::wstring_view, 1> kNoneOnly{kNone};
+/// A ceiling that is none; written NONE.
+inline constexpr std::int32_t kNoCeiling = -1;
 /// The two words of a boolean, in the order in which they are offered.
 inline constexpr std::array<std::wstring_view, 2> kBooleanWords{L"FALSE", L"TRUE"};
 

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "frame/CoreUtil.h"
 #include "frame/Failure.h"
 #include "frame/MsgUtil.h"
 
@@ -198,6 +199,46 @@ void DispHeader(std::wstring& Buffer, const Identity& Record, std::int32_t Inden
     Line(L"ID=", std::to_wstring(Record.Id));
     Line(L"NAME=", Record.Name);
     Line(L"VERSION=", std::to_wstring(Record.Version));
+}
+
+bool ServerParmsSave(std::wstring_view Main, std::wstring_view Others, std::wstring& Result) {
+    return Trap(L"vDesignPar.ServerParmsSave", [&] {
+        if (Main.empty()) {
+            if (!Others.empty()) Raise(L"Non è stato specificato il server.");
+            Result.clear();
+            return false;
+        }
+        std::wstring Joined(Main);
+        Joined.append(1, L'\0').append(Others);
+        CoreUtil::TrimEnd(Joined, std::wstring_view(L"\0", 1));
+        std::vector<std::wstring> Names;
+        for (std::wstring_view Rest = Joined;;) {
+            const std::size_t End = Rest.find(L'\0');
+            Names.emplace_back(Rest.substr(0, End));
+            if (End == Rest.npos) break;
+            Rest.remove_prefix(End + 1);
+        }
+        Names.erase(Names.begin());
+        Result = MsgUtil::PackServer(Main, Names);
+        return false;
+    });
+}
+
+bool ServerParmsDisp(std::wstring_view Code, std::wstring_view Keyword1, std::wstring_view Keyword2,
+                     std::wstring& Buffer, std::int32_t Indent) {
+    return Trap(L"vDesignPar.ServerParmsDisp", [&] {
+        std::wstring Main;
+        std::vector<std::wstring> Others;
+        if (MsgUtil::UnpackServer(Code, Main, Others)) {
+            std::wstring Text;
+            MsgUtil::MessageText(kWrongParameters, {}, Text);
+            Raise(kWrongParameters, Text);
+        }
+        AppendParm(Buffer, Indent, Keyword1, Main, StrUtil::QuoteChar());
+        for (const std::wstring& Name : Others)
+            AppendParm(Buffer, Indent, Keyword2, Name, StrUtil::QuoteChar());
+        return false;
+    });
 }
 
 }  // namespace kv

@@ -86,4 +86,16 @@ void AppendParm(std::wstring& Buffer, std::int32_t Indent, std::wstring_view Key
 /// `'[ID= 17]`, `'[NAME= Soggetti]`, `'[VERSION= 3]`.
 void DispHeader(std::wstring& Buffer, const Identity& Record, std::int32_t Indent);
 
+// A server and the names that go with it, as two keywords: the one names the server, the other may repeat.
+
+/// Turns `Main` and the names in `Others`, joined (and perhaps ended) by characters of code 0, into the form
+/// that is stored. Names without a server are refused with "Non è stato specificato il server."; neither
+/// gives the empty text. True on failure (source "vDesignPar.ServerParmsSave"): `Result` is as it was.
+[[nodiscard]] bool ServerParmsSave(std::wstring_view Main, std::wstring_view Others, std::wstring& Result);
+
+/// Appends the line of the server, quoted, and one for each further name. True on failure (source
+/// "vDesignPar.ServerParmsDisp"), when `Code` is no such stored form: nothing is appended.
+[[nodiscard]] bool ServerParmsDisp(std::wstring_view Code, std::wstring_view Keyword1,
+                                   std::wstring_view Keyword2, std::wstring& Buffer, std::int32_t Indent);
+
 }  // namespace kv

@@ -67,16 +67,30 @@ bool IsElement(const DesignTree& Tree, const Head& At) {
     return Tree.HasNode(At.CurrItem) && FolderOf(Tree, At.CurrItem) != At.CurrItem;
 }
 
-void DeleteElement(DesignTree& Tree, ParmListBase& Elements, const Head& At, bool Group) {
-    const std::wstring Folder = FolderOf(Tree, At.CurrFolder);
+bool StandsIn(const DesignTree& Tree, const std::wstring& Key, const std::wstring& Folder) {
+    return Tree.HasNode(Key) && Tree.NodeParent(Key) == Folder;
+}
+
+bool MoveUnseen(DesignTree& Tree, ParmListBase& List, const Head& At, std::int32_t Direction) {
+    const std::int32_t To = Direction > 0 ? At.Index - 1 : At.Index + 1;
+    if (At.Index < 1 || At.Index > List.Count() || To < 1 || To > List.Count()) return true;
+    List.Move(At.Index, To);
+    Tree.MarkModified(true);
+    return false;
+}
+
+void DeleteElement(DesignTree& Tree, ParmListBase& Elements, const std::wstring& Folder, const Head& At,
+                   bool Group) {
+    const bool Seen = !Folder.empty();
     if (Group) {
-        Tree.RemoveChildren(Folder);
+        if (Seen) Tree.RemoveChildren(Folder);
         Elements.Clear();
     } else {
-        const std::int32_t Index = At.Index == 0 && IsElement(Tree, At) ? Tree.NodeId(At.CurrItem) : At.Index;
-        const std::wstring Node = Tree.NodeAt(Folder, Index);
-        if (Node.empty() || Index > Elements.Count()) RaiseFault(fault::kSubscript);
-        Tree.RemoveNode(Node);
+        const bool Selected = At.Index == 0 && Seen && StandsIn(Tree, At.CurrItem, Folder);
+        const std::int32_t Index = Selected ? Tree.NodeId(At.CurrItem) : At.Index;
+        const std::wstring Node = Seen ? Tree.NodeAt(Folder, Index) : std::wstring();
+        if ((Seen && Node.empty()) || Index < 1 || Index > Elements.Count()) RaiseFault(fault::kSubscript);
+        if (Seen) Tree.RemoveNode(Node);
         Elements.Remove(Index);
     }
     Tree.MarkModified(true);

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <utility>
 
+#include "frame/CoreUtil.h"
 #include "frame/DesignTree.h"
 #include "frame/Failure.h"
 #include "frame/Identity.h"
@@ -101,10 +102,18 @@ template <class Builder>
     return false;
 }
 
-/// DeleteData of a list section: with `Group` all elements and what hangs below their folder, else the
-/// element at At.Index (without an index, the selected one) and its node. A place that is none of the list
-/// raises and changes nothing.
-void DeleteElement(DesignTree& Tree, ParmListBase& Elements, const Head& At, bool Group);
+/// Whether a node is in the tree, directly below the folder.
+bool StandsIn(const DesignTree& Tree, const std::wstring& Key, const std::wstring& Folder);
+
+/// MoveData of a list without nodes: the element at At.Index goes one place to the front with a positive
+/// direction, else one to the end. True when there is nowhere to go.
+[[nodiscard]] bool MoveUnseen(DesignTree& Tree, ParmListBase& List, const Head& At, std::int32_t Direction);
+
+/// DeleteData of a list section: with `Group` all elements of the list that stands below `Folder`, else the
+/// element at At.Index (without an index, the selected one), each with its node; an empty `Folder` is
+/// that of a list without nodes. A place that is none of the list raises and changes nothing.
+void DeleteElement(DesignTree& Tree, ParmListBase& Elements, const std::wstring& Folder, const Head& At,
+                   bool Group);
 
 // Sections.
 
@@ -129,6 +138,15 @@ template <class Renderer>
 
 /// The head under which ExportData has the item render a section of its own.
 Head ExportHead(std::wstring_view Section);
+
+/// TlbrButtonClick: what goes wrong in a tool is shown here, since the answer tells it to nobody else. True
+/// on failure.
+template <class Tool>
+bool RunTool(std::wstring_view Source, Tool&& Body) {
+    const bool Failed = Trap(Source, Body);
+    if (Failed) CoreUtil::Instance().ShowLastError();
+    return Failed;
+}
 
 // Identity and clipboard.
 

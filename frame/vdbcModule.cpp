@@ -37,7 +37,7 @@ bool Offer(DesignTree& Tree, std::wstring_view Section, std::wstring_view Keywor
 constexpr auto kToolTipChoices = NoneThen(kToolTipWords);
 constexpr auto kTipsButtonChoices = WordsOf(kTipsButtonWords);
 constexpr std::array<std::wstring_view, 5> kAlignChoices{L"NONE", L"LEFT", L"RIGHT", L"TOP", L"BOTTOM"};
-constexpr std::array<std::wstring_view, 2> kMergeChoices{L"AND", L"OR"};
+constexpr auto kMergeChoices = WordsOf(kMergeWords);
 
 constexpr std::int32_t kFirstOffered = 1;
 constexpr std::int32_t kLastOffered = 49;

@@ -7,6 +7,8 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 
 #include "frame/CoreUtil.h"
 #include "frame/DesignTree.h"
@@ -87,6 +89,12 @@ inline constexpr std::array<Word, 47> kActionWords{{
     {L"OPEN", 39},       {L"CLOSEALL", 40}, {L"QUERYGET", 41},    {L"BOOLSTEM", 42},  {L"SHELF", 43},
     {L"IMAGELIST", 44},  {L"ZOOMIN", 45},   {L"ZOOMOUT", 46},     {L"MAP", 47},       {L"LOANACTION", 48},
     {L"IMAGEUM", 49},    {L"IMAGETAG", 50},
+}};
+
+/// How a filter joins what it is put on.
+inline constexpr std::array<Word, 2> kMergeWords{{
+    {L"AND", 0},
+    {L"OR", 1},
 }};
 
 inline constexpr std::wstring_view kTipsAlign = L"TIPSALIGN=";
@@ -196,6 +204,32 @@ template <class Command>
         vdbShared::AddElementNodes(Tree, kCommandShape, Record.Code, Tips, Key, Relationship);
         return false;
     });
+}
+
+// The columns of ListSection and ElementSection for a list `L` of buttons.
+
+/// A button whose code the operator is to replace.
+template <class L>
+std::int32_t NewCommandIn(typename L::Record& Record, const Place& At, std::int32_t After) {
+    auto& Commands = L::Of(Record, At);
+    std::remove_cvref_t<decltype(Commands.Item(1))> Fresh;
+    Fresh.Code = L"?????";
+    return vdbShared::NewElement(Commands, After, std::move(Fresh));
+}
+template <class L>
+bool SetCommandNode(DesignTree& Tree, typename L::Record& Record, const Place& At, std::int32_t Index,
+                    std::wstring& Key, std::optional<std::int32_t> Relationship) {
+    return CommandNodeAdd(L::Of(Record, At).Item(Index), Tree, Key, Relationship);
+}
+/// What the branch of a button shows.
+template <class Command>
+std::wstring CodeOf(const Command& Of) {
+    return Of.Code;
+}
+/// What the leaf of a popup shows.
+template <class Popup>
+std::wstring NoCaption(const Popup&) {
+    return {};
 }
 
 }  // namespace kv

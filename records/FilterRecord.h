@@ -1,18 +1,10 @@
 // The stored record of a filter: a condition laid over the answers of a query.
 #pragma once
 
-#include <array>
-
-#include "frame/Words.h"
+#include "frame/vdbcModule.h"
 #include "records/Stored.h"
 
 namespace kv {
-
-/// How a filter joins the query it is laid over.
-inline constexpr std::array<Word, 2> kMergeWords{{
-    {L"AND", 0},
-    {L"OR", 1},
-}};
 
 struct FilterRecord final : Stored<FilterRecord> {
     static constexpr std::wstring_view kClass = L"FilterRecord";

@@ -11,9 +11,10 @@
 //         }
 //     };
 //
-// In a stored object a scalar property is a named value, a list is a child object with one child an element;
-// the names are the property names. A property that is absent gets its default; what the record does not know
-// is kept and goes back with the next Save.
+// In a stored object a scalar property is a named value, a list is a child object with one child an element,
+// a record inside the record is a child object too; the names are the property names. An element of a list of
+// strings is a child object that holds the string as its text. A property that is absent gets its default;
+// what the record does not know is kept and goes back with the next Save.
 #pragma once
 
 #include <algorithm>
@@ -81,11 +82,21 @@ inline constexpr std::wstring_view kSource{kSourceText<R, Procedure>.data(),
                                            kSourceText<R, Procedure>.size()};
 
 template <class T>
+concept NestedRecord = requires(const T& Record) {
+    T::Properties();
+    Record.SaveObject();
+};
+
+template <class T>
 struct IsParmList : std::false_type {};
 template <class T>
 struct IsParmList<ParmList<T>> : std::true_type {
     using Element = T;
 };
+
+/// A list or a nested record: what is stored as a child object.
+template <class T>
+struct IsChild : std::bool_constant<IsParmList<T>::value || NestedRecord<T>> {};
 
 inline RegValue ToRegValue(const std::wstring& Value) { return Value; }
 inline RegValue ToRegValue(bool Value) { return Value; }
@@ -125,6 +136,22 @@ requires(!std::same_as<T, bool>) void FromRegValue(const RegValue& Value, T& Int
         Number = StrUtil::ToLong(StrUtil::Number(std::get<std::wstring>(Value)));
     if (!std::in_range<T>(Number)) RaiseFault(fault::kOverflow);
     Into = static_cast<T>(Number);
+}
+
+/// An element of a list as a stored object, and back.
+inline RegObject SaveElement(const std::wstring& Text) {
+    RegObject Made;
+    Made.Text = Text;
+    return Made;
+}
+template <NestedRecord T>
+RegObject SaveElement(const T& Element) {
+    return Element.SaveObject();
+}
+inline void LoadElement(const RegObject& From, std::wstring& Into) { Into = From.Text; }
+template <NestedRecord T>
+void LoadElement(const RegObject& From, T& Into) {
+    Into.LoadObject(From);
 }
 
 }  // namespace detail
@@ -176,7 +203,16 @@ struct Stored : Identity {
     /// Commits a scratch that is done with onto `Record`, whose lists stay. Cannot fail.
     void Commit(R& Record) && noexcept { std::move(*this).CopyTo(Record, true, false, false); }
 
-    /// The identity or scalar property of that name; nothing for a list or a name that it does not have.
+    /// What a new record bears as its Version.
+    static constexpr std::int32_t CurrentVersion() noexcept {
+        if constexpr (requires { R::kVersion; })
+            return R::kVersion;
+        else
+            return 1;
+    }
+
+    /// The identity or scalar property of that name; nothing for a list, a nested record or a name that it
+    /// does not have.
     std::optional<RegValue> ByName(std::wstring_view Wanted) const {
         if (Wanted == L"Id") return Id;
         if (Wanted == L"Name") return Name;
@@ -185,7 +221,7 @@ struct Stored : Identity {
         std::optional<RegValue> Found;
         ForEach([&](const auto& P) {
             using Type = std::remove_cvref_t<decltype(Self().*P.Place)>;
-            if constexpr (!detail::IsParmList<Type>::value)
+            if constexpr (!detail::IsParmList<Type>::value && !detail::NestedRecord<Type>)
                 if (P.Name == Wanted) Found = detail::ToRegValue(Self().*P.Place);
         });
         return Found;
@@ -212,7 +248,10 @@ struct Stored : Identity {
                     if (const RegObject* Kept = Unknown_->Lists.Child(P.Name)) Child = *Kept;
                 Child.Children.reserve(static_cast<std::size_t>(Member.Count()));
                 for (std::int32_t I = 1; I <= Member.Count(); ++I)
-                    Child.Children.push_back(Member.Item(I).SaveObject());
+                    Child.Children.push_back(detail::SaveElement(Member.Item(I)));
+            } else if constexpr (detail::NestedRecord<std::remove_cvref_t<decltype(Member)>>) {
+                RegObject& Child = Out.Children.emplace_back(Member.SaveObject());
+                Child.Name = P.Name;
             } else {
                 Out.Values.push_back({std::wstring(P.Name), detail::ToRegValue(Member)});
             }
@@ -236,9 +275,14 @@ struct Stored : Identity {
                 if (const RegObject* Child = From.Child(P.Name))
                     for (const RegObject& Element : Child->Children) {
                         typename detail::IsParmList<Type>::Element Loaded;
-                        Loaded.LoadObject(Element);
+                        detail::LoadElement(Element, Loaded);
                         Member.Add(std::move(Loaded));
                     }
+            } else if constexpr (detail::NestedRecord<Type>) {
+                // The child's name is the property's, and no name of its own.
+                Member = Type{};
+                if (const RegObject* Child = From.Child(P.Name)) Member.LoadObject(*Child);
+                Member.Name.clear();
             } else if (const RegValue* Value = From.Value(P.Name)) {
                 detail::FromRegValue(*Value, Member);
             } else if (const RegObject* Child = From.Child(P.Name)) {
@@ -307,8 +351,9 @@ struct Stored : Identity {
         Rest.UserList = From.UserList;
         Rest.String5 = From.String5;
         for (const RegNamedValue& Entry : From.Values)
-            if (!Knows(Entry.Name) || KnowsList(Entry.Name)) Rest.Values.push_back(Entry);
+            if (!Knows(Entry.Name) || IsChild(Entry.Name)) Rest.Values.push_back(Entry);
         for (const RegObject& Child : From.Children) {
+            // A nested record keeps by itself what it does not know.
             if (!Knows(Child.Name) || From.Child(Child.Name) != &Child) {
                 Rest.Children.push_back(Child);
             } else if (KnowsList(Child.Name)) {
@@ -332,14 +377,20 @@ struct Stored : Identity {
         Unknown_ = Parts == UnknownParts{} ? nullptr : std::make_shared<const UnknownParts>(std::move(Parts));
     }
 
-    static bool KnowsList(std::wstring_view PropertyName) {
+    // Whether a property of that name is one of a kind.
+    template <template <class> class Kind>
+    static bool KnowsAs(std::wstring_view PropertyName) {
         bool Known = false;
         ForEach([&](const auto& P) {
             using Type = std::remove_cvref_t<decltype(std::declval<R&>().*P.Place)>;
-            Known = Known || (detail::IsParmList<Type>::value && P.Name == PropertyName);
+            Known = Known || (Kind<Type>::value && P.Name == PropertyName);
         });
         return Known;
     }
+    static bool KnowsList(std::wstring_view PropertyName) {
+        return KnowsAs<detail::IsParmList>(PropertyName);
+    }
+    static bool IsChild(std::wstring_view PropertyName) { return KnowsAs<detail::IsChild>(PropertyName); }
 
     std::shared_ptr<const UnknownParts> Unknown_;
 };

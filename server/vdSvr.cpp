@@ -4,6 +4,10 @@
 #include <array>
 #include <utility>
 
+#include "items/client/diApplication.h"
+#include "items/client/diProfile.h"
+#include "items/client/diRetrieval.h"
+#include "items/client/diWebClient.h"
 #include "items/definitions/diImportProc.h"
 #include "items/definitions/diMater.h"
 #include "items/definitions/diSort.h"
@@ -34,18 +38,22 @@ struct ClassRow {
 /// The class word ladder; words are compared exactly.
 // clang-format off
 constexpr ClassRow kClasses[] = {
+    {L"VCLIENT", Make<diApplication>},
+    {L"RETRIEVAL", Make<diRetrieval>},
     {L"CATALOGUE", Make<diCatalogue>},
     {L"FILTER", Make<diFilter>},
     {L"IMPORT", Make<diImport>},
     {L"IMPORTPROC", Make<diImportProc>},
     {L"MATER", Make<diMater>},
     {L"MEMBER", Make<diMember>},
+    {L"PROFILE", Make<diProfile>},
     {L"REPOSITORY", Make<diRepository>},
     {L"SORT", Make<diSort>},
     {L"STEM", Make<diStem>},
     {L"STOPWORD", Make<diStopWord>},
     {L"STRINGTABLE", Make<diStringTable>},
     {L"TABLE", Make<diTable>},
+    {L"WEBCLIENT", Make<diWebClient>},
 };
 // clang-format on
 

@@ -127,8 +127,8 @@ class ImportReader {
             const std::size_t End = Rest_.find(StrUtil::kLineEnd);
             Line = Rest_.substr(0, End);
             Rest_.remove_prefix(End == Rest_.npos ? Rest_.size() : End + StrUtil::kLineEnd.size());
-            std::erase(Line, L'\t');
             Line = std::wstring(StrUtil::Trim(Line));
+            std::erase(Line, L'\t');
             if (!Line.empty() && Line.front() != L'\'') return true;
         }
         return false;
@@ -217,12 +217,10 @@ bool diImportProc::ImportData(RegData& Clsid, std::wstring& Buffer) {
         const std::size_t LastFeed = Gathered.rfind(L'\n');
         if (LastFeed == std::wstring::npos) BadImport();
         Gathered.resize(LastFeed - 1);  // without its last line end
-        std::wstring Behind(Outer.Rest());
+        Buffer = std::wstring(Outer.Rest());
         if (ImportSections(Gathered)) return true;
         Clsid.SetSaving(true);
-        if (Save(Clsid)) return true;
-        Buffer = std::move(Behind);
-        return false;
+        return Save(Clsid);
     });
 }
 
@@ -288,43 +286,22 @@ bool diImportProc::DispData(const Head& At, std::wstring& Buffer, bool ExternalT
 
 bool diImportProc::TlbrButtonClick(const std::wstring& Method, const std::wstring&, const std::wstring&,
                                    const std::wstring&) {
-    const bool Failed = Trap(L"diImportProc.TlbrButtonClick", [&] {
+    return vdbShared::RunTool(L"diImportProc.TlbrButtonClick", [&] {
         if (Method == L"MAPTABLE") return MapTable();
-        const TagFields Fields = TagFieldsOf(Record().Fields);
-        if (Method == L"FINDTAG") return FindFreeTags(kClassWord, Fields);
-        if (Method == L"RENUMTAG") {
-            bool Changed = false;
-            if (RenumTags(kClassWord, Fields, Changed)) return true;
-            if (Changed) Tree().MarkModified(true);
-        }
-        return false;
+        return RunTagTool(Method, kClassWord, TagFieldsOf(Record().Fields), Tree());
     });
-    if (Failed) CoreUtil::Instance().ShowLastError();
-    return Failed;
 }
 
 bool diImportProc::MapTable() {
     return Trap(L"diImportProc.MapTable", [&] {
-        TableRecord Table;
-        if (LoadCopiedTable(Table)) return false;
-        if (Table.Fields.Count() == 0) Raise(L"L'oggetto nella clipboard non ha campi o non è una TABLE.");
-        bool Remove = false;
-        if (!ConfirmMapping(Record().Fields.Count() > 0, Remove)) return false;
-        ParmList<ImportFieldRecord> Made;
-        for (std::int32_t I = 1; I <= Table.Fields.Count(); ++I) {
-            const FieldRecord& Source = Table.Fields.Item(I);
+        return MapCopiedTable(Record().Fields, Tree(), [](const FieldRecord& Source) {
             ImportFieldRecord Field;
             Field.Kind = kFromTable;
             Field.Id = Source.Id;
             Field.Name = Source.Name;
             Field.Tag = Source.Tag;
-            Made.Add(std::move(Field));
-        }
-        if (Remove) Record().Fields.Clear();
-        for (std::int32_t I = 1; I <= Made.Count(); ++I) Record().Fields.Add(std::move(Made.Item(I)));
-        Tree().MarkModified(true);
-        TellMapped();
-        return false;
+            return Field;
+        });
     });
 }
 

@@ -46,8 +46,9 @@ constexpr ElementSection<R> kHtmlSection =
 bool diMater::SaveData(const Head& At, std::wstring& NewItemKey, std::wstring& Buffer, RegData*) {
     return Trap(L"diMater.SaveData", [&] {
         SaveFlags Flags;
-        if (SetSaveFlags(Flags, Tree().SyntaxOn())) return true;
-        if (At.Key == kParms) return SaveParm(Buffer, Tree().SyntaxOn());
+        const bool SyntaxOn = Tree().SyntaxOn();
+        if (SetSaveFlags(Flags, SyntaxOn)) return true;
+        if (At.Key == kParms) return SaveParm(Buffer, SyntaxOn);
         return At.Key == kHtml &&
                vdbShared::SaveElement(Tree(), Record(), kHtmlSection, At, NewItemKey, Buffer, Flags);
     });
@@ -112,15 +113,7 @@ bool diMater::DeleteData(const Head& At, bool Group) {
 }
 
 bool diMater::SaveParm(std::wstring& Buffer, bool SyntaxOn) {
-    SectionText Text(Buffer);
-    return Trap(L"diMater.SaveParm", Text, [&] {
-        R Scratch;
-        Record().CopyTo(Scratch);
-        ClearParmCheck();
-        if (ReadLadder(Text, kParmLadder, Scratch, SyntaxOn)) return true;
-        std::move(Scratch).CopyTo(Record());
-        return false;
-    });
+    return SaveSection(L"diMater.SaveParm", Scratch::Parameters, kParmLadder, Record(), Buffer, SyntaxOn);
 }
 
 bool diMater::DispParm(std::wstring& Buffer, std::int32_t Indent) {

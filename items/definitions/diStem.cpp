@@ -31,14 +31,7 @@ constexpr std::wstring_view kFieldCaption = L"FIELDCAPTION";
 // The parameters.
 
 constexpr LadderRow<R> kParmLadder[] = {
-    {L"STYLE=",
-     [](R& Into, Parm& P) {
-         if (const Word* Known = FindWord(kStemStyles, P.Value))
-             Into.Style = Known->Value;
-         else
-             P.BadIfStrict();
-         return false;
-     }},
+    {L"STYLE=", read::ExactWord<&R::Style, kStemStyles>},
     {L"HELP=", read::Upper<&R::Help>},
     {L"HELPWWW=", read::Upper<&R::HelpWww>},
     {L"TIMEOUT=",
@@ -68,15 +61,7 @@ constexpr LineRow<const R> kParmLines[] = {
 // The parameters of a field.
 
 constexpr LadderRow<F> kFieldLadder[] = {
-    {L"DATATYPE=",
-     [](F& Into, Parm& P) {
-         P.Fold();
-         if (const Word* Known = FindWord(kStemDataTypes, P.Value))
-             Into.DataType = Known->Value;
-         else
-             P.BadIfStrict();
-         return false;
-     }},
+    {L"DATATYPE=", read::FoldedWord<&F::DataType, kStemDataTypes>},
     {L"DEFAULT=", read::Text<&F::Default>},
     {L"FLAGS=", read::Flags<&F::Flags, kStemFieldFlags>},
     {L"HIDDEN=", read::BoolOrTrue<&F::Hidden>},
@@ -139,17 +124,6 @@ using Tips = InElement<Commands, &CommandRecord::ToolTips>;
 using Fields = InRecord<&R::Fields>;
 using Captions = InElement<Fields, &F::Captions>;
 
-std::int32_t NewCommand(R& Record, const Place&, std::int32_t After) {
-    CommandRecord Fresh;
-    Fresh.Code = L"?????";
-    return vdbShared::NewElement(Record.Commands, After, std::move(Fresh));
-}
-
-bool SetCommandNode(DesignTree& Tree, R& Record, const Place&, std::int32_t Index, std::wstring& Key,
-                    std::optional<std::int32_t> Relationship) {
-    return CommandNodeAdd(Record.Commands.Item(Index), Tree, Key, Relationship);
-}
-
 bool SetFieldNode(DesignTree& Tree, R& Record, const Place&, std::int32_t Index, std::wstring& Key,
                   std::optional<std::int32_t> Relationship) {
     const F& Field = Record.Fields.Item(Index);
@@ -170,8 +144,8 @@ constexpr ListSection<R> kLists[] = {
      vdbShared::Leaf<Messages, kMessage, MessageNode<ParmItem>>, NewAt::End, Move::Yes, Delete::Yes},
     {kFonts, 0, vdbShared::ListOf<Fonts>, vdbShared::NewIn<Fonts>,
      vdbShared::Leaf<Fonts, kFonts, FontNode<FontRecord>>, NewAt::End, Move::Yes, Delete::Yes},
-    {kCommands, 0, vdbShared::ListOf<Commands>, NewCommand, SetCommandNode, NewAt::End, Move::Yes,
-     Delete::Yes},
+    {kCommands, 0, vdbShared::ListOf<Commands>, NewCommandIn<Commands>, SetCommandNode<Commands>, NewAt::End,
+     Move::Yes, Delete::Yes},
     {kFields, 0, vdbShared::ListOf<Fields>, vdbShared::NewIn<Fields>, SetFieldNode, NewAt::End, Move::Yes,
      Delete::Yes},
     {kCommandTips, 1, vdbShared::ListOf<Tips>, vdbShared::NewIn<Tips>,
@@ -182,15 +156,13 @@ constexpr ListSection<R> kLists[] = {
      NewAt::End, Move::Yes, Delete::Yes},
 };
 
-const std::wstring& CodeOf(const CommandRecord& Command) { return Command.Code; }
-
 // The sections of elements that ParmEditor reads and renders.
 // clang-format off
 constexpr ElementSection<R> kSections[] = {
     vdbShared::Edits<Fonts, ParmEditor::SaveFont, ParmEditor::DispFont, FontNode<FontRecord>>(kFonts, Self::Yes),
     vdbShared::Edits<Titles, ParmEditor::SaveTitle, ParmEditor::DispTitle, TitleNode<ParmItem>>(kTitles, Self::Yes),
     vdbShared::Edits<Messages, ParmEditor::SaveCaption, ParmEditor::DispCaption, MessageNode<ParmItem>>(kMessage, Self::Yes),
-    vdbShared::Edits<Commands, ParmEditor::SaveCommand, ParmEditor::DispCommand, CodeOf>(kCommandParms, Self::No),
+    vdbShared::Edits<Commands, ParmEditor::SaveCommand, ParmEditor::DispCommand, CodeOf<CommandRecord>>(kCommandParms, Self::No),
     vdbShared::Edits<Tips, ParmEditor::SaveCaption, ParmEditor::DispCaption, MessageNode<ParmItem>>(kCommandTips, Self::Yes),
     vdbShared::Edits<Captions, SaveLabel, ParmEditor::DispCaption, CaptionNode<ParmItem>>(kFieldCaption, Self::Yes),
 };
@@ -301,17 +273,12 @@ bool diStem::DeleteData(const Head& At, bool Group) {
 }
 
 bool diStem::SaveParm(std::wstring& Buffer, bool SyntaxOn) {
-    SectionText Text(Buffer);
-    return Trap(L"diStem.SaveParm", Text, [&] {
-        R Scratch;
-        Record().CopyTo(Scratch);
-        Scratch.Style = -1;
-        ClearParmCheck();
-        if (ReadLadder(Text, kParmLadder, Scratch, SyntaxOn)) return true;
-        if (SyntaxOn && Scratch.Style < 0) Raise(L"Non è stato specificato lo stile.");
-        std::move(Scratch).CopyTo(Record());
-        return false;
-    });
+    return SaveSection(
+        L"diStem.SaveParm", Scratch::Parameters, kParmLadder, Record(), Buffer, SyntaxOn,
+        [](R& Read) { Read.Style = -1; },
+        [&](const R& Read) {
+            if (SyntaxOn && Read.Style < 0) Raise(L"Non è stato specificato lo stile.");
+        });
 }
 
 bool diStem::DispParm(std::wstring& Buffer, std::int32_t Indent) {
@@ -319,27 +286,16 @@ bool diStem::DispParm(std::wstring& Buffer, std::int32_t Indent) {
 }
 
 bool diStem::SaveFieldParm(std::wstring& Buffer, std::int32_t Index, bool SyntaxOn) {
-    SectionText Text(Buffer);
-    return Trap(L"diStem.SaveFieldParm", Text, [&] {
-        F& Stored = Record().Fields.Item(Index);
-        F Scratch = Stored.MakeScratch();
-        ClearParmCheck();
-        if (ReadLadder(Text, kFieldLadder, Scratch, SyntaxOn)) return true;
-        if (SyntaxOn && (Scratch.Flags & kStemPadding) != 0 && Scratch.PadMask.empty())
-            Raise(L"Non è stata specificata la maschera di pad.");
-        std::move(Scratch).CopyTo(Stored);
-        return false;
-    });
+    return SaveSection(L"diStem.SaveFieldParm", Scratch::Header, kFieldLadder, Record().Fields.Item(Index),
+                       Buffer, SyntaxOn, [&](const F& Read) {
+                           if (SyntaxOn && (Read.Flags & kStemPadding) != 0 && Read.PadMask.empty())
+                               Raise(L"Non è stata specificata la maschera di pad.");
+                       });
 }
 
 bool diStem::DispFieldParm(std::wstring& Buffer, std::int32_t Index, std::int32_t Indent) {
-    return Trap(L"diStem.DispFieldParm", [&] {
-        const F& Field = Record().Fields.Item(Index);
-        LineWriter Out{Buffer, Indent};
-        if (WriteLines(Out, kFieldLines, Field)) return true;
-        DispHeader(Buffer, Field, Indent);
-        return false;
-    });
+    return DispSection(L"diStem.DispFieldParm", kFieldLines, std::as_const(Record().Fields.Item(Index)),
+                       Buffer, Indent);
 }
 
 }  // namespace kv

@@ -1,5 +1,6 @@
 #include "items/definitions/diStopWord.h"
 
+#include <cstdint>
 #include <unordered_set>
 #include <utility>
 
@@ -116,7 +117,7 @@ class PackedWords {
         const std::size_t First = Begin;
         Text_.append(Word).append(1, L'\t').append(Replacement).push_back(L'\0');
         const std::wstring_view All(Text_);
-        std::size_t Hash = kEmptyHash;
+        std::uint64_t Hash = kEmptyHash;
         for (std::size_t At = First; At + 1 < All.size(); ++At) {
             if (All[At] == L'\0') {
                 Begin = At + 1;
@@ -133,20 +134,20 @@ class PackedWords {
   private:
     struct Known {
         std::wstring_view Word;
-        std::size_t Hash;
+        std::uint64_t Hash;
         bool operator==(const Known& Other) const { return Hash == Other.Hash && Word == Other.Word; }
     };
     struct ByHash {
-        std::size_t operator()(const Known& Of) const noexcept { return Of.Hash; }
+        std::size_t operator()(const Known& Of) const noexcept { return static_cast<std::size_t>(Of.Hash); }
     };
 
     // Character by character, so that the hash of each beginning of a text comes with that of the text.
-    static constexpr std::size_t kEmptyHash = 1469598103934665603U;
-    static std::size_t Next(std::size_t Hash, wchar_t C) noexcept {
-        return (Hash ^ static_cast<std::size_t>(C)) * 1099511628211U;
+    static constexpr std::uint64_t kEmptyHash = 1469598103934665603U;
+    static std::uint64_t Next(std::uint64_t Hash, wchar_t C) noexcept {
+        return (Hash ^ static_cast<std::uint64_t>(C)) * 1099511628211U;
     }
-    static std::size_t HashOf(std::wstring_view Word) noexcept {
-        std::size_t Hash = kEmptyHash;
+    static std::uint64_t HashOf(std::wstring_view Word) noexcept {
+        std::uint64_t Hash = kEmptyHash;
         for (const wchar_t C : Word) Hash = Next(Hash, C);
         return Hash;
     }
@@ -225,18 +226,13 @@ bool diStopWord::CopyData(const Head&, bool, ClipItem& DataObj) {
 bool diStopWord::DeleteData(const Head&, bool) { return false; }
 
 bool diStopWord::SaveParm(std::wstring& Buffer, bool SyntaxOn) {
-    SectionText Text(Buffer);
-    return Trap(L"diStopWord.SaveParm", Text, [&] {
-        R Scratch;
-        Record().CopyTo(Scratch);
-        ClearParmCheck();
-        if (ReadLadder(Text, kParmLadder, Scratch, SyntaxOn)) return true;
-        // The record before this text is asked, not the text: shown once, it has a separator.
-        if (Record().Separator.empty())
-            Raise(L"Non è stato definito il separatore delle stringhe per la tabella.");
-        std::move(Scratch).CopyTo(Record());
-        return false;
-    });
+    return SaveSection(L"diStopWord.SaveParm", Scratch::Parameters, kParmLadder, Record(), Buffer, SyntaxOn,
+                       [&](const R&) {
+                           // The record before this text is asked, not the text: shown once, it has a
+                           // separator.
+                           if (Record().Separator.empty())
+                               Raise(L"Non è stato definito il separatore delle stringhe per la tabella.");
+                       });
 }
 
 bool diStopWord::DispParm(std::wstring& Buffer, std::int32_t Indent) {

@@ -7,6 +7,8 @@
 #include "frame/ListSection.h"
 #include "frame/SectionTable.h"
 #include "frame/vdbcModule.h"
+#include "records/MessageRecord.h"
+#include "records/Sections.h"
 
 namespace kv {
 namespace {
@@ -153,31 +155,15 @@ bool diStringTable::DeleteData(const Head& At, bool Group) {
 }
 
 bool diStringTable::SaveMsgParm(std::wstring& Buffer, std::int32_t Index, bool SyntaxOn) {
-    SectionText Text(Buffer);
-    return Trap(L"diStringTable.SaveMsgParm", Text, [&] {
-        StringItemRecord& Stored = Record().Messages.Item(Index);
-        StringItemRecord Scratch = Stored.MakeScratch();
-        ClearParmCheck();
-        if (ReadLadder(Text, kMsgLadder, Scratch, SyntaxOn)) return true;
-        if (SyntaxOn) {
-            if (Scratch.Name.empty()) Raise(L"Non è stato specificato il nome del messaggio.");
-            for (std::int32_t I = 1; I <= Record().Messages.Count(); ++I)
-                if (I != Index && Record().Messages.Item(I).Name == Scratch.Name)
-                    Raise(L"Il nome del messaggio non è univoco.");
-        }
-        std::move(Scratch).CopyTo(Stored);
-        return false;
-    });
+    return SaveSection(L"diStringTable.SaveMsgParm", Scratch::Header, kMsgLadder,
+                       Record().Messages.Item(Index), Buffer, SyntaxOn, [&](const StringItemRecord& Read) {
+                           if (SyntaxOn) CheckMessageName(Read.Name, Record().Messages, Index);
+                       });
 }
 
 bool diStringTable::DispMsgParm(std::wstring& Buffer, std::int32_t Index, std::int32_t Indent) {
-    return Trap(L"diStringTable.DispMsgParm", [&] {
-        const StringItemRecord& Message = Record().Messages.Item(Index);
-        LineWriter Out{Buffer, Indent};
-        if (WriteLines(Out, kMsgLines, Message)) return true;
-        DispHeader(Buffer, Message, Indent);
-        return false;
-    });
+    return DispSection(L"diStringTable.DispMsgParm", kMsgLines, std::as_const(Record().Messages.Item(Index)),
+                       Buffer, Indent);
 }
 
 }  // namespace kv

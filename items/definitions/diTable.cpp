@@ -49,14 +49,7 @@ constexpr LadderRow<R> kParmLadder[] = {
          }
          return false;
      }},
-    {L"STYLE=",
-     [](R& Into, Parm& P) {
-         if (const Word* Known = FindWord(kTableStyles, P.Value))
-             Into.Style = Known->Value;
-         else
-             P.BadIfStrict();
-         return false;
-     }},
+    {L"STYLE=", read::ExactWord<&R::Style, kTableStyles>},
     {L"TABLEID=", read::Long<&R::TableID>},
 };
 
@@ -254,9 +247,26 @@ bool SetFieldNode(DesignTree& Tree, R& Record, const Place&, std::int32_t Index,
 
 using Fields = InRecord<&R::Fields>;
 
+// A new field takes its place in the hierarchy from the field it follows. Answers its place, 0 on failure.
+std::int32_t NewField(R& Record, const Place&, std::int32_t After) {
+    F Fresh;
+    Fresh.Visible = true;
+    Fresh.Tag = GetFreeTag(Record.Fields);
+    if (Fresh.Tag == 0) return 0;
+    if (Record.Fields.Count() == 0) {
+        Fresh.Level = 1;
+    } else {
+        const F& Before = Record.Fields.Item(After == 0 ? Record.Fields.Count() : After);
+        const bool HeadsGroup = Before.Tag == Before.GroupTag;
+        Fresh.Level = HeadsGroup ? Before.Level + 1 : Before.Level;
+        Fresh.GroupTag = HeadsGroup ? Before.Tag : Before.GroupTag;
+    }
+    return vdbShared::NewElement(Record.Fields, After, std::move(Fresh));
+}
+
 constexpr ListSection<R> kLists[] = {
-    {kFields, 0, vdbShared::ListOf<Fields>, vdbShared::NewIn<Fields>, SetFieldNode, NewAt::BehindSelected,
-     Move::Yes, Delete::Yes},
+    {kFields, 0, vdbShared::ListOf<Fields>, NewField, SetFieldNode, NewAt::BehindSelected, Move::Yes,
+     Delete::Yes},
 };
 
 }  // namespace
@@ -321,8 +331,7 @@ bool diTable::ExportData(RegData& Clsid, std::wstring& Buffer) {
 }
 
 bool diTable::EditData(const Head& At, std::wstring& NewItemKey) {
-    return Trap(L"diTable.EditData", [&] {
-        if (At.Key == kFields) return AddField(At, NewItemKey);
+    return vdbShared::EditData(L"diTable.EditData", Tree(), Record(), kLists, At, NewItemKey, [&] {
         if (At.Key == kParms || At.Key == kFieldParms) vdbShared::AddPlainLeaf(Tree(), At, NewItemKey);
         return false;
     });
@@ -343,19 +352,11 @@ bool diTable::DispData(const Head& At, std::wstring& Buffer, bool ExternalTarget
 
 bool diTable::TlbrButtonClick(const std::wstring& Method, const std::wstring&, const std::wstring&,
                               const std::wstring&) {
-    const bool Failed = Trap(L"diTable.TlbrButtonClick", [&] {
+    return vdbShared::RunTool(L"diTable.TlbrButtonClick", [&] {
         const TagFields Fields = TagFieldsOf(Record().Fields);
-        if (Method == L"FINDTAG") return FindFreeTags(kClassWord, Fields);
-        if (Method == L"CONSTANTS") return ExportFieldsToConsts(kClassWord, Fields);
-        if (Method == L"RENUMTAG") {
-            bool Changed = false;
-            if (RenumTags(kClassWord, Fields, Changed)) return true;
-            if (Changed) Tree().MarkModified(true);
-        }
-        return false;
+        return Method == L"CONSTANTS" ? ExportFieldsToConsts(kClassWord, Fields)
+                                      : RunTagTool(Method, kClassWord, Fields, Tree());
     });
-    if (Failed) CoreUtil::Instance().ShowLastError();
-    return Failed;
 }
 
 bool diTable::CopyData(const Head&, bool, ClipItem& DataObj) {
@@ -367,17 +368,13 @@ bool diTable::DeleteData(const Head& At, bool Group) {
 }
 
 bool diTable::SaveParm(std::wstring& Buffer, bool SyntaxOn) {
-    SectionText Text(Buffer);
-    return Trap(L"diTable.SaveParm", Text, [&] {
-        R Scratch = Record().MakeScratch();
-        Scratch.Style = -1;
-        ClearParmCheck();
-        if (ReadLadder(Text, kParmLadder, Scratch, SyntaxOn)) return true;
-        if (SyntaxOn) CheckTable(Scratch);
-        Record().Sort = std::move(Scratch.Sort);
-        std::move(Scratch).CopyTo(Record());
-        return false;
-    });
+    return SaveSection(
+        L"diTable.SaveParm", Scratch::Header, kParmLadder, Record(), Buffer, SyntaxOn,
+        [](R& Read) { Read.Style = -1; },
+        [&](R& Read) {
+            if (SyntaxOn) CheckTable(Read);
+            Record().Sort = std::move(Read.Sort);
+        });
 }
 
 bool diTable::DispParm(std::wstring& Buffer, std::int32_t Indent) {
@@ -385,54 +382,16 @@ bool diTable::DispParm(std::wstring& Buffer, std::int32_t Indent) {
 }
 
 bool diTable::SaveFieldParm(std::wstring& Buffer, std::int32_t Index, bool SyntaxOn) {
-    SectionText Text(Buffer);
-    return Trap(L"diTable.SaveFieldParm", Text, [&] {
-        F& Stored = Record().Fields.Item(Index);
-        F Scratch = Stored.MakeScratch();
-        ClearParmCheck();
-        if (ReadLadder(Text, kFieldLadder, Scratch, SyntaxOn)) return true;
-        CoreUtil::TrimEnd(Scratch.DefValues, std::wstring_view(L"\0", 1));
-        if (SyntaxOn) CheckField(Scratch, Record().Fields, Index);
-        std::move(Scratch).CopyTo(Stored);
-        return false;
-    });
+    return SaveSection(L"diTable.SaveFieldParm", Scratch::Header, kFieldLadder, Record().Fields.Item(Index),
+                       Buffer, SyntaxOn, [&](F& Read) {
+                           CoreUtil::TrimEnd(Read.DefValues, std::wstring_view(L"\0", 1));
+                           if (SyntaxOn) CheckField(Read, Record().Fields, Index);
+                       });
 }
 
 bool diTable::DispFieldParm(std::wstring& Buffer, std::int32_t Index, std::int32_t Indent) {
-    return Trap(L"diTable.DispFieldParm", [&] {
-        const F& Field = Record().Fields.Item(Index);
-        LineWriter Out{Buffer, Indent};
-        if (WriteLines(Out, kFieldLines, Field)) return true;
-        DispHeader(Buffer, Field, Indent);
-        return false;
-    });
-}
-
-// A new field goes behind the selected one, or last when the folder is selected, and takes its place in the
-// hierarchy from the field it follows.
-bool diTable::AddField(const Head& At, std::wstring& NewItemKey) {
-    ParmList<F>& Fields = Record().Fields;
-    const bool Last = At.CurrFolder == At.Key;
-    const std::int32_t After = Last ? Fields.Count() : At.Index;
-    F Fresh;
-    Fresh.Visible = true;
-    if (Fields.Count() == 0) {
-        Fresh.Tag = 1;
-        Fresh.Level = 1;
-    } else {
-        Fresh.Tag = GetFreeTag(Fields);
-        const F& Before = Fields.Item(After);
-        const bool HeadsGroup = Before.Tag == Before.GroupTag;
-        Fresh.Level = HeadsGroup ? Before.Level + 1 : Before.Level;
-        Fresh.GroupTag = HeadsGroup ? Before.Tag : Before.GroupTag;
-    }
-    const std::int32_t Index = vdbShared::NewElement(Fields, After, std::move(Fresh));
-    std::wstring Key = Last ? std::wstring(kFields) : At.CurrItem;
-    if (SetFieldNode(Tree(), Record(), {}, Index, Key, Last ? relation::kChild : relation::kAfter))
-        return true;
-    NewItemKey = std::move(Key);
-    Tree().MarkModified(true);
-    return false;
+    return DispSection(L"diTable.DispFieldParm", kFieldLines, std::as_const(Record().Fields.Item(Index)),
+                       Buffer, Indent);
 }
 
 }  // namespace kv

@@ -35,7 +35,6 @@ class diTable final : public iKvTree {
     [[nodiscard]] bool DispParm(std::wstring& Buffer, std::int32_t Indent);
     [[nodiscard]] bool SaveFieldParm(std::wstring& Buffer, std::int32_t Index, bool SyntaxOn);
     [[nodiscard]] bool DispFieldParm(std::wstring& Buffer, std::int32_t Index, std::int32_t Indent);
-    [[nodiscard]] bool AddField(const Head& At, std::wstring& NewItemKey);
 
     TableRecord& Record() { return vdbShared::Made(Record_); }
 

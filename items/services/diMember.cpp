@@ -71,7 +71,7 @@ bool diMember::CopyData(const Head&, bool, ClipItem& DataObj) {
 bool diMember::DeleteData(const Head&, bool) { return false; }
 
 bool diMember::SaveParm(std::wstring& Buffer, bool SyntaxOn) {
-    return SaveSection(L"diMember.SaveParm", kLadder, Record(), Buffer, SyntaxOn);
+    return SaveSection(L"diMember.SaveParm", Scratch::Header, kLadder, Record(), Buffer, SyntaxOn);
 }
 
 bool diMember::DispParm(std::wstring& Buffer, std::int32_t Indent) {

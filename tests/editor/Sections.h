@@ -21,6 +21,8 @@ enum class Reads {
     Flags,    // words joined by "|", NONE for none
     OneWord,  // one word of a list
     Number,   // decimal
+    Bits,     // words joined by "|", one of which sets none
+    Ceiling,  // NONE or decimal
 };
 
 using WordList = std::vector<std::pair<std::wstring_view, std::int32_t>>;
@@ -223,6 +225,144 @@ struct CommandSection {
                 {L"VISIBLE=", L"Visible", Reads::Boolean}};
     }
 };
+
+struct PopupSection {
+    using Record = PopupRecord;
+    static constexpr std::wstring_view kSource = L"ParmEditor.SavePopup";
+    static constexpr bool kKeeps = false;
+    static constexpr bool kNeedsLanguage = true;
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SavePopup(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispPopup(From, Buffer, FlagsFor(true));
+    }
+    static std::vector<Row> Rows() {
+        return {{L"TEXT=", L"Text", Reads::Kept},
+                {L"LANG=", L"Language", Reads::Name},
+                {L"CODE=", L"Code", Reads::Name},
+                {L"ACTION=", L"Action", Reads::OneWord, ActionWords()}};
+    }
+};
+
+struct ApplicationSection {
+    using Record = ApplicationRecord;
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveApplication";
+    static constexpr bool kKeeps = false;
+    static constexpr bool kNeedsLanguage = false;
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveApplication(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispApplication(From, Buffer, FlagsFor(true));
+    }
+    static std::vector<Row> Rows() {
+        return {
+            {L"RETRIEVAL=", L"Retrieval", Reads::Name},
+            {L"LANG=", L"Language", Reads::Name},
+            {L"HELP=", L"Help", Reads::Name},
+            {L"HELPWWW=", L"HelpWww", Reads::Name},
+            {L"STARTACTION=", L"StartAction", Reads::OneWord, ActionWords()},
+            {L"STARTOBJECT=", L"StartObject", Reads::Name},
+            {L"STARTUPMODE=",
+             L"StartupMode",
+             Reads::Bits,
+             {{L"MAXIMIZED", 1}, {L"HASCAPTION", 2}, {L"NORESIZE", 4}, {L"QUERYUNLOAD", 8}, {L"DEFAULT", 0}}},
+            {L"ALLOWSHUTDOWN=", L"AllowShutdown", Reads::Boolean},
+            {L"IDLEACTION=",
+             L"IdleAction",
+             Reads::OneWord,
+             {{L"NONE", 0}, {L"CLOSE", 1}, {L"RESTART", 2}, {L"SAVESCREEN", 3}, {L"PASSWORD", 4}}},
+            {L"IDLETIME=", L"IdleTime", Reads::Number},
+            {L"PASSWORD=", L"Password", Reads::Kept},
+            {L"MSIEFLAGS=", L"MsieFlags", Reads::Flags, {{L"ENABLENEWWINDOW", 1}}},
+            {L"REMOTEDB=", L"RemoteDb", Reads::Boolean},
+            {L"LOANENABLE=",
+             L"LoanEnable",
+             Reads::Bits,
+             {{L"NOTENABLED", 0}, {L"ENABLED", 1}, {L"STARTUP", 2}, {L"RESTARTABLE", 4}}},
+            {L"LOANPATH=", L"LoanPath", Reads::Kept},
+            {L"FORMAT=", L"Format", Reads::OneWord, {{L"TEXT", 0}, {L"RTF", 1}}},
+            {L"PRINTERFLAGS=",
+             L"PrinterFlags",
+             Reads::Flags,
+             {{L"NOOWN", 1}, {L"OWNASK", 2}, {L"FONTBUTTON", 4}, {L"PRINTERBUTTON", 8}}},
+            {L"PRNMAXITEMS=", L"PrnMaxItems", Reads::Ceiling},
+            {L"PRNMAXRECS=", L"PrnMaxRecs", Reads::Ceiling},
+            {L"FILEFLAGS=", L"FileFlags", Reads::Flags, {{L"NOOWN", 1}, {L"OWNASK", 2}}},
+            {L"FILEMAXITEMS=", L"FileMaxItems", Reads::Ceiling},
+            {L"FILEMAXRECS=", L"FileMaxRecs", Reads::Ceiling},
+            {L"OUTPUTUSERLOG=", L"OutputUserLog", Reads::Boolean},
+            {L"LOGFILE=", L"LogFile", Reads::Kept},
+            {L"MIRROROF=", L"MirrorOf", Reads::Kept}};
+    }
+};
+
+struct FormFontSection : FontSection {
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveFormFont";
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveFormFont(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispFormFont(From, Buffer, FlagsFor(true));
+    }
+};
+/// Parsed as the fonts of forms, rendered by themselves.
+struct MessageFontSection : FormFontSection {
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispMessageFont(From, Buffer, FlagsFor(true));
+    }
+};
+struct TitleFontSection : FontSection {
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveTitleFont";
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveTitleFont(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispTitleFont(From, Buffer, FlagsFor(true));
+    }
+};
+
+/// A message that stands alone in its list.
+struct MessageSection {
+    using Record = MessageRecord;
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveMessage";
+    static constexpr bool kKeeps = false;
+    static constexpr bool kNeedsLanguage = false;
+    static constexpr std::wstring_view kMandatory = L"NAME=";
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        ParmList<MessageRecord> Messages;
+        Messages.Add(Into);
+        const bool Failed = ParmEditor::SaveMessage(Messages, 1, Text, FlagsFor(Strict));
+        Into = Messages.Item(1);
+        return Failed;
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispMessage(From, Buffer, FlagsFor(true));
+    }
+    static std::vector<Row> Rows() {
+        return {{L"NAME=", L"Name", Reads::Name, {}, true}, {L"DESC=", L"Desc", Reads::Kept, {}, true}};
+    }
+};
+
+struct MessageTextSection : CaptionSection {
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveMessageText";
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveMessageText(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispMessageText(From, Buffer, FlagsFor(true));
+    }
+};
+
+/// The keyword that strict mode does not let be empty; none for most sections.
+template <class S>
+constexpr std::wstring_view Mandatory() {
+    if constexpr (requires { S::kMandatory; })
+        return S::kMandatory;
+    else
+        return S::kNeedsLanguage ? L"LANG=" : L"";
+}
 
 /// The record of a repository reads and writes its own section.
 struct RepositorySection {

@@ -138,9 +138,163 @@ TEST_F(GoldenText, TextsPagesFontsAndButtons) {
     EXPECT_EQ(Shown<CommandSection>(Button),
               Narrow(Lines({L"CODE= \"?????\"", L"ACTION= QUERYGET", L"ENABLED= TRUE", L"VISIBLE= TRUE",
                             L"'[ID= 17]", L"'[NAME= Soggetti]", L"'[VERSION= 3]"})));
+    PopupRecord Popup;
+    Identify(Popup);
+    EXPECT_EQ(Shown<PopupSection>(Popup),
+              Narrow(Lines({L"TEXT= \"\"", L"LANG= \"\"", L"CODE= \"\"", L"ACTION= NONE", L"'[ID= 17]",
+                            L"'[NAME= Soggetti]", L"'[VERSION= 3]"})));
+    std::wstring Entry =
+        Lines({L"ACTION= back", L"CODE= indietro", L"LANG= ita", L"TEXT= \"Torna \"qui\"\""});
+    ASSERT_TRUE(Succeeds(PopupSection::Save(Popup, Entry, true)));
+    EXPECT_EQ(Shown<PopupSection>(Popup),
+              Narrow(Lines({L"TEXT= \"Torna \"qui\"\"", L"LANG= \"ITA\"", L"CODE= \"INDIETRO\"",
+                            L"ACTION= BACK", L"'[ID= 17]", L"'[NAME= Soggetti]", L"'[VERSION= 3]"})));
+}
+
+TEST_F(GoldenText, Application) {
+    ApplicationRecord Record;
+    Identify(Record);
+    EXPECT_EQ(Shown<ApplicationSection>(Record),
+              Narrow(Lines({L"RETRIEVAL= \"\"",      L"LANG= \"\"",
+                            L"HELP= \"\"",           L"HELPWWW= \"\"",
+                            L"STARTACTION= NONE",    L"STARTOBJECT= \"\"",
+                            L"STARTUPMODE= DEFAULT", L"ALLOWSHUTDOWN= FALSE",
+                            L"IDLEACTION= NONE",     L"IDLETIME= 0",
+                            L"PASSWORD= \"\"",       L"MSIEFLAGS= NONE",
+                            L"REMOTEDB= FALSE",      L"LOANENABLE= NOTENABLED",
+                            L"LOANPATH= \"\"",       L"FORMAT= TEXT",
+                            L"PRINTERFLAGS= NONE",   L"PRNMAXITEMS= NONE",
+                            L"PRNMAXRECS= NONE",     L"FILEFLAGS= NONE",
+                            L"FILEMAXITEMS= NONE",   L"FILEMAXRECS= NONE",
+                            L"OUTPUTUSERLOG= FALSE", L"LOGFILE= \"\"",
+                            L"MIRROROF= \"\"",       L"'[ID= 17]",
+                            L"'[NAME= Soggetti]",    L"'[VERSION= 3]"})));
+    std::wstring Text = Lines({L"MIRROROF= \"Sala A\"",
+                               L"LOGFILE= \"C:\\Log\\sala.txt\"",
+                               L"OUTPUTUSERLOG= vero",
+                               L"FILEMAXRECS= 0",
+                               L"FILEMAXITEMS= none",
+                               L"FILEFLAGS= ownask | noown",
+                               L"PRNMAXRECS= 50",
+                               L"PRNMAXITEMS= 5",
+                               L"PRINTERFLAGS= printerbutton|fontbutton",
+                               L"FORMAT= rtf",
+                               L"LOANPATH= \"D:\\Prestiti\"",
+                               L"LOANENABLE= restartable|notenabled|startup",
+                               L"REMOTEDB= TRUE",
+                               L"MSIEFLAGS= enablenewwindow",
+                               L"PASSWORD= \"Chiave\"",
+                               L"IDLETIME= 300",
+                               L"IDLEACTION= savescreen",
+                               L"ALLOWSHUTDOWN= true",
+                               L"STARTUPMODE= default|noresize|maximized",
+                               L"STARTOBJECT= principale",
+                               L"STARTACTION= menu",
+                               L"HELPWWW= aiutoweb",
+                               L"HELP= aiuto",
+                               L"LANG= ita",
+                               L"RETRIEVAL= biblio"});
+    ASSERT_TRUE(Succeeds(ApplicationSection::Save(Record, Text, true)));
+    EXPECT_EQ(Shown<ApplicationSection>(Record), Narrow(Lines({L"RETRIEVAL= \"BIBLIO\"",
+                                                               L"LANG= \"ITA\"",
+                                                               L"HELP= \"AIUTO\"",
+                                                               L"HELPWWW= \"AIUTOWEB\"",
+                                                               L"STARTACTION= MENU",
+                                                               L"STARTOBJECT= \"PRINCIPALE\"",
+                                                               L"STARTUPMODE= MAXIMIZED|NORESIZE",
+                                                               L"ALLOWSHUTDOWN= TRUE",
+                                                               L"IDLEACTION= SAVESCREEN",
+                                                               L"IDLETIME= 300",
+                                                               L"PASSWORD= \"Chiave\"",
+                                                               L"MSIEFLAGS= ENABLENEWWINDOW",
+                                                               L"REMOTEDB= TRUE",
+                                                               L"LOANENABLE= NOTENABLED|STARTUP|RESTARTABLE",
+                                                               L"LOANPATH= \"D:\\Prestiti\"",
+                                                               L"FORMAT= RTF",
+                                                               L"PRINTERFLAGS= FONTBUTTON|PRINTERBUTTON",
+                                                               L"PRNMAXITEMS= 5",
+                                                               L"PRNMAXRECS= 50",
+                                                               L"FILEFLAGS= NOOWN|OWNASK",
+                                                               L"FILEMAXITEMS= NONE",
+                                                               L"FILEMAXRECS= 0",
+                                                               L"OUTPUTUSERLOG= TRUE",
+                                                               L"LOGFILE= \"C:\\Log\\sala.txt\"",
+                                                               L"MIRROROF= \"Sala A\"",
+                                                               L"'[ID= 17]",
+                                                               L"'[NAME= Soggetti]",
+                                                               L"'[VERSION= 3]"})));
+}
+
+TEST_F(GoldenText, FontsAndMessagesOfAnApplication) {
+    FontRecord Font;
+    Identify(Font);
+    Font.Size = 10;
+    Font.Bold = true;
+    const std::string Expected =
+        Narrow(Lines({L"NAME= \"Soggetti\"", L"SIZE= 10", L"BOLD= TRUE", L"ITALIC= FALSE",
+                      L"UNDERLINE= FALSE", L"'[ID= 17]", L"'[NAME= Soggetti]", L"'[VERSION= 3]"}));
+    EXPECT_EQ(Shown<FormFontSection>(Font), Expected);
+    EXPECT_EQ(Shown<MessageFontSection>(Font), Expected);
+    EXPECT_EQ(Shown<TitleFontSection>(Font), Expected);
+
+    MessageRecord Message;
+    Identify(Message);
+    Message.Desc = L"Fine della \"sessione\"";
+    EXPECT_EQ(Shown<MessageSection>(Message),
+              Narrow(Lines({L"NAME= \"Soggetti\"", L"DESC= \"Fine della \"sessione\"\"", L"'[ID= 17]",
+                            L"'[NAME= Soggetti]", L"'[VERSION= 3]"})));
+    ParmItem Text;
+    Identify(Text);
+    Text.Text = L"Arrivederci";
+    Text.Language = L"ITA";
+    EXPECT_EQ(Shown<MessageTextSection>(Text),
+              Narrow(Lines({L"TEXT= \"Arrivederci\"", L"LANG= \"ITA\"", L"'[ID= 17]", L"'[NAME= Soggetti]",
+                            L"'[VERSION= 3]"})));
 }
 
 // ---- what is peculiar to one section
+
+TEST_F(GoldenText, AMessageNeedsANameOfItsOwnInStrictMode) {
+    ParmList<MessageRecord> Messages;
+    for (const wchar_t* Name : {L"ADDIO", L"BENVENUTO"}) Messages.Add({}).Name = Name;
+    Messages.Item(2).Message.Add({}).Text = L"Benvenuto";
+    const auto Save = [&](std::int32_t Index, std::wstring Text, bool Strict) {
+        return ParmEditor::SaveMessage(Messages, Index, Text, FlagsFor(Strict));
+    };
+    EXPECT_TRUE(FailsWith(Save(2, L"NAME= \"\"\r\nDESC= x", true),
+                          {.Number = 20000,
+                           .Source = L"ParmEditor.SaveMessage",
+                           .Description = L"Non è stato specificato il nome del messaggio."}));
+    EXPECT_TRUE(FailsWith(Save(2, L"NAME= addio\r\nDESC= x", true),
+                          {.Number = 20000,
+                           .Source = L"ParmEditor.SaveMessage",
+                           .Description = L"Il nome del messaggio non è univoco."}));
+    EXPECT_EQ(Messages.Item(2).Name, L"BENVENUTO");
+    EXPECT_EQ(Messages.Item(2).Desc, L"");
+    EXPECT_TRUE(Succeeds(Save(2, L"NAME= benvenuto", true))) << "its own place is left out";
+    EXPECT_TRUE(Succeeds(Save(2, L"DESC= \"Saluto\"", true))) << "a name left out is kept";
+    EXPECT_EQ(Messages.Item(2).Name, L"BENVENUTO");
+    EXPECT_EQ(Messages.Item(2).Desc, L"Saluto");
+    EXPECT_TRUE(Succeeds(Save(2, L"NAME= addio", false)));
+    EXPECT_EQ(Messages.Item(2).Name, L"ADDIO");
+    EXPECT_TRUE(Succeeds(Save(1, L"NAME=", false)));
+    EXPECT_EQ(Messages.Item(1).Name, L"");
+    EXPECT_EQ(Messages.Item(2).Message.Count(), 1) << "the texts stay";
+    EXPECT_TRUE(Save(3, L"NAME= x", true)) << "there is no third";
+    EXPECT_EQ(CoreUtil::Instance().LastError().Number, 9);
+    EXPECT_EQ(CoreUtil::Instance().LastError().Source, L"ParmEditor.SaveMessage");
+    CoreUtil::Instance().ForgetError();
+}
+
+TEST_F(GoldenText, ACeilingBeyondItsRangeIsOverflow) {
+    ApplicationRecord Record;
+    std::wstring Text = L"PRNMAXRECS= 2147483648";
+    for (const bool Strict : {true, false})
+        EXPECT_TRUE(FailsWith(
+            ApplicationSection::Save(Record, Text, Strict),
+            {.Number = 6, .Source = L"ParmEditor.SaveApplication", .Description = L"Overflow", .Line = 1}));
+    EXPECT_EQ(Record.PrnMaxRecs, -1);
+}
 
 TEST_F(GoldenText, AnEmptyLanguageIsRefusedInStrictModeAtTheEndOfTheText) {
     const Told Refused{.Number = 20000,
@@ -168,6 +322,11 @@ TEST_F(GoldenText, AnEmptyLanguageIsRefusedInStrictModeAtTheEndOfTheText) {
     EXPECT_TRUE(FailsWith(HtmlSection::Save(Page, Text = L"FILENAME= x", true),
                           {.Number = 20000,
                            .Source = L"ParmEditor.SaveHtml",
+                           .Description = L"Non è stato specificato un codice LANG valido."}));
+    PopupRecord Popup;
+    EXPECT_TRUE(FailsWith(PopupSection::Save(Popup, Text = L"TEXT= x", true),
+                          {.Number = 20000,
+                           .Source = L"ParmEditor.SavePopup",
                            .Description = L"Non è stato specificato un codice LANG valido."}));
 }
 

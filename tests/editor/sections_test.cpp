@@ -82,6 +82,23 @@ std::vector<Typed> AcceptedBy(const Row& Each) {
                     {L"12pt", std::int32_t{12}},
                     {L"abc", std::int32_t{0}},
                     {L"2147483647", std::int32_t{2147483647}}};
+        case Reads::Bits: {
+            std::vector<Typed> Out{{L"", std::int32_t{0}}};
+            std::wstring All;
+            std::int32_t Set = 0;
+            for (const auto& [Word, Bit] : Each.Words) {
+                Out.push_back({std::wstring(Word), Bit});
+                Out.push_back({L"\"" + Lower(Word) + L"\"", Bit});
+                All = std::wstring(Word) + L" | " + All;
+                Set |= Bit;
+                Out.push_back({All, Set});
+            }
+            return Out;
+        }
+        case Reads::Ceiling:
+            return {{L"NONE", std::int32_t{-1}},     {L"none", std::int32_t{-1}}, {L"0", std::int32_t{0}},
+                    {L"", std::int32_t{0}},          {L"12", std::int32_t{12}},   {L"2.5", std::int32_t{2}},
+                    {L"12 schede", std::int32_t{12}}};
     }
     return {};
 }
@@ -110,6 +127,18 @@ std::vector<Unknown> UnknownTo(const Row& Each, const RegValue& Default) {
         }
         case Reads::OneWord:
             return {{L"pippo", L"PIPPO", Default}, {L"\"Pippo Pluto\"", L"PIPPO PLUTO", Default}};
+        case Reads::Bits: {
+            const auto& [Word, Bit] = Each.Words[1];
+            return {{L"pippo", L"", std::int32_t{0}},
+                    {L"NONE", L"", std::int32_t{0}},
+                    {L"\"prevail|" + Lower(Word) + L"\"", std::wstring(Word), Bit},
+                    {std::wstring(Word) + L"|disponly", L"", Bit}};
+        }
+        case Reads::Ceiling:
+            return {{L"-5", L"-5", Default},
+                    {L"pippo", L"PIPPO", Default},
+                    {L"\"none\"", L"\"NONE\"", Default},
+                    {L"schede 12", L"SCHEDE 12", Default}};
         default:
             return {};
     }
@@ -141,10 +170,11 @@ class Section : public FrameTest {
     }
     /// What a text needs besides the row under test, so that strict mode has nothing to say about it.
     static std::wstring Needed(const Row& Each) {
-        return S::kNeedsLanguage && Each.Keyword != L"LANG=" ? L"LANG= ITA\r\n" : L"";
+        if (Mandatory<S>().empty() || Each.Keyword == Mandatory<S>()) return L"";
+        return std::wstring(Mandatory<S>()) + L" ITA\r\n";
     }
     static bool StrictRefuses(const Row& Each, const Typed& Value) {
-        return S::kNeedsLanguage && Each.Keyword == L"LANG=" && Value.Value == RegValue(std::wstring());
+        return Each.Keyword == Mandatory<S>() && Value.Value == RegValue(std::wstring());
     }
     /// A text with a value, other than the default, for every keyword.
     static std::wstring FullText() {
@@ -163,7 +193,10 @@ class Section : public FrameTest {
             case Reads::Flags:
             case Reads::OneWord:
                 return std::wstring(Each.Words.empty() ? L"NONE" : Each.Words.back().first);
+            case Reads::Bits:
+                return std::wstring(Each.Words[1].first);
             case Reads::Number:
+            case Reads::Ceiling:
                 return L"12";
         }
         return L"";
@@ -178,9 +211,10 @@ class Section : public FrameTest {
     }
 };
 
-using Sections =
-    ::testing::Types<CatalogueSection, CatalogueOfImportSection, FilterSection, ImportSection, CaptionSection,
-                     TitleSection, HtmlSection, FontSection, CommandSection, RepositorySection>;
+using Sections = ::testing::Types<CatalogueSection, CatalogueOfImportSection, FilterSection, ImportSection,
+                                  CaptionSection, TitleSection, HtmlSection, FontSection, CommandSection,
+                                  PopupSection, RepositorySection, ApplicationSection, FormFontSection,
+                                  MessageFontSection, TitleFontSection, MessageSection, MessageTextSection>;
 TYPED_TEST_SUITE(Section, Sections);
 
 TYPED_TEST(Section, EveryKeywordTakesItsValuesStrictOrLax) {
@@ -196,7 +230,7 @@ TYPED_TEST(Section, EveryKeywordTakesItsValuesStrictOrLax) {
                 EXPECT_TRUE(this->Value(Into, Each.Property) == Value.Value);
                 const Record Plain;
                 for (const Row& Other : TypeParam::Rows()) {
-                    if (Other.Keyword == Each.Keyword || Other.Keyword == L"LANG=") continue;
+                    if (Other.Keyword == Each.Keyword || Other.Keyword == Mandatory<TypeParam>()) continue;
                     EXPECT_TRUE(this->Value(Into, Other.Property) == this->Value(Plain, Other.Property))
                         << Narrow(Other.Keyword) << " has changed";
                 }
@@ -281,7 +315,7 @@ TYPED_TEST(Section, WhatTheTextLeavesOutReturnsToItsDefaultOrIsKept) {
         for (const Row& Each : TypeParam::Rows())
             if (Each.Keyword != Missing.Keyword) Text += this->Line(Each, this->FullValue(Each));
         Record Into = this->Full();
-        const bool Strict = !(TypeParam::kNeedsLanguage && Missing.Keyword == L"LANG=");
+        const bool Strict = Missing.Keyword != Mandatory<TypeParam>();
         ASSERT_TRUE(Succeeds(this->Save(Into, Text, Strict)));
         const Record& Expected = TypeParam::kKeeps || Missing.Identity ? this->Full() : Plain;
         EXPECT_TRUE(this->Value(Into, Missing.Property) == this->Value(Expected, Missing.Property));
@@ -366,9 +400,23 @@ TYPED_TEST(Section, EveryKeywordIsAlwaysRenderedInOrderAndThenTheIdentity) {
                     for (const auto& [Word, Code] : Each.Words)
                         if (std::get<std::int32_t>(Value) == Code) Text = Word;
                     break;
+                case Reads::Bits: {
+                    const std::int32_t Bits = std::get<std::int32_t>(Value);
+                    const bool InFront = Each.Words[0].second == 0;
+                    for (const auto& [Word, Bit] : Each.Words)
+                        if ((Bits & Bit) != 0 || (InFront && Bit == 0 && (Bits & Each.Words[1].second) == 0))
+                            Text += (Text.empty() ? L"" : L"|") + std::wstring(Word);
+                    if (Text.empty()) Text = Each.Words.back().first;
+                    break;
+                }
                 case Reads::Number:
                     Text = std::to_wstring(std::get<std::int32_t>(Value));
                     break;
+                case Reads::Ceiling: {
+                    const std::int32_t Most = std::get<std::int32_t>(Value);
+                    Text = Most < 0 ? L"NONE" : std::to_wstring(Most);
+                    break;
+                }
             }
             Expected += std::wstring(Each.Keyword) + L" " + Text + L"\r\n";
         }
@@ -404,6 +452,7 @@ TYPED_TEST(Section, RandomRecordsReachAFixpointAfterOneReading) {
             std::erase_if(Text, [](wchar_t C) { return C == L'\r' || C == L'\n'; });
         };
         OneLine(From.Name);
+        OneLine(From.Desc);
         std::apply(
             [&](const auto&... P) {
                 const auto Each = [&](auto& Member) {
@@ -414,6 +463,7 @@ TYPED_TEST(Section, RandomRecordsReachAFixpointAfterOneReading) {
             },
             Record::Properties());
         if constexpr (TypeParam::kNeedsLanguage) From.Language += L"X";
+        if constexpr (Mandatory<TypeParam>() == L"NAME=") From.Name += L"X";
         const std::wstring Text = this->Shown(From);
         Record Into = From;
         ASSERT_TRUE(Succeeds(this->Save(Into, Text, true))) << Narrow(Text);

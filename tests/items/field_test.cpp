@@ -535,7 +535,7 @@ TEST_F(GroupedFields, WithoutAFreeTagNothingIsAdded) {
     ASSERT_TRUE(Accepted(On.Put(Leaf(), L"TAG= 2147483647\r\nNAME= A\r\nLEVEL= 1", false)));
     const std::wstring Before = On.Picture();
     std::wstring Made;
-    EXPECT_TRUE(Refused(AddAt(On, Node(1), Made), 6, L"diTable.EditData", L"Overflow"));
+    EXPECT_TRUE(Refused(AddAt(On, Node(1), Made), 6, L"vdbcModule.GetFreeTag", L"Overflow"));
     EXPECT_EQ(On.Picture(), Before);
     EXPECT_EQ(Names().size(), 5U);
 }
@@ -594,7 +594,7 @@ TEST_F(GroupedFields, OneOrAllAreDeleted) {
 TEST_F(GroupedFields, TheParametersOfAFieldAreNeitherAddedToNorDeleted) {
     const std::wstring Before = On.Picture();
     std::wstring Made;
-    EXPECT_FALSE(Accepted(AddAt(On, Leaf(), Made)));
+    EXPECT_TRUE(Refused(AddAt(On, Leaf(), Made), 91, L"diTable.EditData", L"Oggetto non impostato"));
     EXPECT_EQ(Made, L"");
     EXPECT_TRUE(Accepted(DeleteAt(On, Leaf())));
     EXPECT_TRUE(Accepted(DeleteAt(On, Leaf(), true)));

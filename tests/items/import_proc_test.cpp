@@ -545,7 +545,7 @@ TEST_F(ImportText, WhatComesBehindStaysInTheText) {
 
 TEST_F(ImportText, CaseTabsBlanksAndCommentsDoNotMatter) {
     ASSERT_TRUE(
-        Accepted(Import(L"\r\n'nota\r\n\t begin   importproc \r\n  Begin Parms\r\n\t\tTABLE=\tli\tbri\r\n"
+        Accepted(Import(L"\r\n'nota\r\n \tbegin   importproc \r\n  Begin Parms\r\n\t\tTABLE=\tli\tbri\r\n"
                         L"'altra\r\n\r\nend   PARMS\r\n\tBEGIN FIELDPARMS\r\nNAME= a\tb\r\nTAG= 4\r\n"
                         L"END FIELDPARMS\r\nend IMPORTPROC\r\n")));
     const RegObject& Got = Into->Read();
@@ -553,6 +553,21 @@ TEST_F(ImportText, CaseTabsBlanksAndCommentsDoNotMatter) {
     ASSERT_EQ(ListOf(Got, L"Fields").size(), 1U);
     EXPECT_EQ(ListOf(Got, L"Fields")[0].Name, L"AB");
     EXPECT_EQ(LongOf(ListOf(Got, L"Fields")[0], L"Tag"), 4);
+}
+
+TEST_F(ImportText, BlanksGoBeforeTabsSoThatABlankBehindATabStays) {
+    for (const std::wstring_view Opener : {L"\t BEGIN IMPORTPROC", L"BEGIN IMPORTPROC \t"}) {
+        SCOPED_TRACE(Narrow(Opener));
+        EXPECT_TRUE(Refused(Import(Lines({Opener, L"BEGIN PARMS", L"END PARMS", L"END IMPORTPROC"})), 20000,
+                            L"diImportProc.ImportData", L"Errore nei dati di import."));
+    }
+}
+
+TEST_F(ImportText, WhatFollowsTheClosingLineStaysAlsoWhenTheContentIsRefused) {
+    ASSERT_TRUE(Refused(Import(Lines({L"BEGIN IMPORTPROC", L"BEGIN PARMS", L"PIPPO= 1", L"END PARMS",
+                                      L"END IMPORTPROC", L"BEGIN ALTRO", L"END ALTRO"})),
+                        20000, L"ParmEditor.SaveImportProc", L"Parametro non riconosciuto: PIPPO=1"));
+    EXPECT_EQ(Narrow(Left), Narrow(Lines({L"BEGIN ALTRO", L"END ALTRO"})));
 }
 
 TEST_F(ImportText, TheTextReplacesWhatTheObjectHolds) {

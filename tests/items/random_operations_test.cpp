@@ -53,6 +53,7 @@ class Player {
                     break;
             }
             EveryNodeAnswers();
+            TreeOrderIsListOrder();
         }
     }
 
@@ -64,6 +65,9 @@ class Player {
         On.Tree->ForEach([&](const window::TreeNode& N) { Keys.push_back(N.Key); });
         window::Selection At{.CurrItem = Keys[Below(static_cast<unsigned>(Keys.size()))]};
         if (Below(10) == 0) At.Key = std::wstring(L"ALTRO");
+        // The section of another node: what is selected then is none of its elements.
+        if (Below(10) == 0)
+            At.Key = std::wstring(window::SectionWord(Keys[Below(static_cast<unsigned>(Keys.size()))]));
         if (Below(10) == 0) At.Index = static_cast<int>(Below(5)) - 1;
         return At;
     }
@@ -191,12 +195,40 @@ class Player {
     void DropFurtherLeaves() {
         std::vector<std::wstring> Further;
         On.Tree->ForEach([&](const window::TreeNode& N) {
-            const bool ListElement = N.Parent && (On.Tree->Kind(*N.Parent) == kind::kList ||
-                                                  On.Tree->Kind(*N.Parent) == kind::kSubList);
-            if (window::IsLeafKey(N.Key) && !ListElement && N.Text == window::SectionWord(N.Key))
-                Further.push_back(N.Key);
+            if (IsFurtherLeaf(On, N)) Further.push_back(N.Key);
         });
         for (const std::wstring& Key : Further) On.Tree->RemoveNode(Key);
+    }
+    static bool IsFurtherLeaf(const Desk& Of, const window::TreeNode& N) {
+        const bool ListElement = N.Parent && (Of.Tree->Kind(*N.Parent) == kind::kList ||
+                                              Of.Tree->Kind(*N.Parent) == kind::kSubList);
+        return window::IsLeafKey(N.Key) && !ListElement && N.Text == window::SectionWord(N.Key);
+    }
+
+    // The record under edit, opened on another desk, shows the same elements in the same order at every
+    // level. An item that refuses to be saved as it is can't be looked at this way.
+    void TreeOrderIsListOrder() {
+        MemoryRegData Copy(Word);
+        ClipItem Into{.DataObj = std::shared_ptr<RegData>(std::shared_ptr<void>(), &Copy), .ClassWord = Word};
+        std::wstring Made;
+        if (On.Try([&] { return On.Server.CopyData(Word, Head{.Key = L"ROOT"}, false, Into); })) return;
+        if (!Copy.Written()) return;
+        Desk Fresh(Word, Copy.Read());
+        ASSERT_TRUE(Accepted(Fresh.Opened));
+        EXPECT_EQ(ElementTexts(Fresh), ElementTexts(On));
+    }
+
+    // The texts of the leaves, but for further leaves of a plain section, which stand for nothing of their
+    // own.
+    static std::vector<std::wstring> ElementTexts(Desk& Of) {
+        std::vector<std::wstring> All;
+        Of.Tree->ForEach([&](const window::TreeNode& N) {
+            if (!window::IsLeafKey(N.Key) || IsFurtherLeaf(Of, N)) return;
+            std::wstring Text;
+            ASSERT_FALSE(Of.Core.DispData({.CurrItem = N.Key}, Text));
+            All.push_back(std::move(Text));
+        });
+        return All;
     }
 
     void EveryNodeAnswers() {

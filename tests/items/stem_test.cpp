@@ -177,7 +177,8 @@ TEST_F(Stem, TheTimeoutHasItsBounds) {
 
 TEST_F(Stem, TheParametersTakeNoFlagWord) {
     const std::wstring Style = L"STYLE= RESULTAND\r\n";
-    EXPECT_FALSE(Accepted(On.Put(Parms(), Style + L"FLAGS= PADLEFT")));
+    EXPECT_TRUE(Refused(On.Put(Parms(), Style + L"FLAGS= PADLEFT"), 20000, kSource,
+                        L"Valore sconosciuto per il parametro FLAGS=()", 2));
     EXPECT_TRUE(Accepted(On.Put(Parms(), Style + L"FLAGS= PADLEFT", false)));
     EXPECT_EQ(LongOf(SavedBy(On), L"Flags"), 0);
     Desk Odd(L"STEM", With(Desk::Named(L"PROVA"), {{L"Flags", 0x3F}}));

@@ -73,10 +73,21 @@ class Filler {
                 break;
         }
     }
+    void FillMember(ParmList<std::wstring>& Member) {
+        Member.Clear();
+        for (std::uint32_t N = Below(4); N > 0; --N) Member.Add(Text());
+    }
     template <class Element>
     void FillMember(ParmList<Element>& Member) {
         Member.Clear();
         for (std::uint32_t N = Below(4); N > 0; --N) Member.Add(Record<Element>());
+    }
+
+    // The name under which a nested record is stored is its property's.
+    template <detail::NestedRecord Nested>
+    void FillMember(Nested& Member) {
+        Fill(Member);
+        Member.Name.clear();
     }
 
     std::mt19937 Random_;

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "frame/vdbInclude.h"
+#include "records/ApplicationRecord.h"
 #include "records/CatalogueRecord.h"
 #include "records/CommandRecord.h"
 #include "records/FieldRecord.h"
@@ -14,12 +15,15 @@
 #include "records/ImportRecord.h"
 #include "records/MaterRecord.h"
 #include "records/ParmItem.h"
+#include "records/PopupRecord.h"
 #include "records/RepositoryRecord.h"
+#include "records/RetrievalRecord.h"
 #include "records/SortRecord.h"
 #include "records/StemRecord.h"
 #include "records/StopWordRecord.h"
 #include "records/StringTableRecord.h"
 #include "records/TableRecord.h"
+#include "records/WebClientRecord.h"
 #include "tests/frame/Told.h"
 #include "tests/records/Filled.h"
 
@@ -30,10 +34,11 @@ template <class R>
 class EveryRecord : public FrameTest {};
 
 using Records =
-    ::testing::Types<CatalogueRecord, CommandRecord, FieldRecord, FilterRecord, FontRecord, HtmlRecord,
-                     ImportFieldRecord, ImportIndexRecord, ImportProcRecord, ImportRecord, MaterRecord,
-                     ParmItem, RepositoryRecord, SortRecord, StemRecord, StopWordRecord, StringItemRecord,
-                     StringTableRecord, TableRecord>;
+    ::testing::Types<ApplicationRecord, CatalogueRecord, CommandRecord, FieldRecord, FilterRecord, FontRecord,
+                     HtmlRecord, ImportFieldRecord, ImportIndexRecord, ImportProcRecord, ImportRecord,
+                     MaterRecord, MessageRecord, ParmItem, PopupRecord, RepositoryRecord, RetrievalRecord,
+                     SortRecord, StemRecord, StopWordRecord, StringItemRecord, StringTableRecord, TableRecord,
+                     WebClientRecord>;
 TYPED_TEST_SUITE(EveryRecord, Records);
 
 TYPED_TEST(EveryRecord, ComesBackFromTheStore) {

@@ -663,5 +663,96 @@ TEST_F(RecordProtocol, NothingEscapesWhenMemoryRunsOut) {
     EXPECT_TRUE(Object.Read() == Record.SaveObject());
 }
 
+/// A holder with a list of its own, inside a record, and a list of strings.
+struct Holder final : Stored<Holder> {
+    static constexpr std::wstring_view kClass = L"Holder";
+
+    std::int32_t Count = 0;
+    ParmList<ParmItem> Texts;
+
+    static constexpr auto Properties() {
+        return std::tuple{Parameter(L"Count", &Holder::Count), List(L"Texts", &Holder::Texts)};
+    }
+};
+struct WithHolder final : Stored<WithHolder> {
+    static constexpr std::wstring_view kClass = L"WithHolder";
+    static constexpr std::int32_t kVersion = 4;
+
+    Holder Inner;
+    ParmList<std::wstring> Words;
+    std::wstring Text;
+
+    static constexpr auto Properties() {
+        using R = WithHolder;
+        return std::tuple{List(L"Inner", &R::Inner), Parameter(L"Words", &R::Words),
+                          Parameter(L"Text", &R::Text)};
+    }
+};
+
+WithHolder FullHolder() {
+    WithHolder Made;
+    Made.Name = L"NOME";
+    Made.Text = L"testo";
+    Made.Inner.Count = 3;
+    ParmItem One;
+    One.Text = L"uno";
+    Made.Inner.Texts.Add(One);
+    Made.Words.Add(L"HTTP");
+    Made.Words.Add(L"");
+    Made.Words.Add(L"FTP");
+    return Made;
+}
+
+TEST(NestedRecord, IsAChildObjectUnderItsPropertysName) {
+    const RegObject Out = FullHolder().SaveObject();
+    ASSERT_EQ(Out.Children.size(), 2U);
+    EXPECT_EQ(Out.Children[0].Name, L"Inner");
+    ASSERT_NE(Out.Children[0].Child(L"Texts"), nullptr);
+    EXPECT_EQ(Out.Children[0].Child(L"Texts")->Children.size(), 1U);
+    ASSERT_EQ(Out.Children[1].Children.size(), 3U);
+    EXPECT_EQ(Out.Children[1].Children[0].Text, L"HTTP");
+    EXPECT_EQ(Out.Children[1].Children[2].Text, L"FTP");
+    WithHolder Back;
+    Back.LoadObject(Out);
+    EXPECT_EQ(Back, FullHolder());
+    EXPECT_EQ(Back.Inner.Name, L"") << "the name of the child is the property's";
+    WithHolder Other = FullHolder();
+    Other.Inner.Texts.Item(1).Text = L"due";
+    EXPECT_FALSE(Other == FullHolder());
+}
+
+TEST(NestedRecord, KeepsWhatItDoesNotKnow) {
+    RegObject Out = FullHolder().SaveObject();
+    Out.Children[0].SetValue(L"Altro", std::wstring(L"resta"));
+    Out.SetValue(L"Inner", std::int32_t{8});
+    WithHolder Back;
+    Back.LoadObject(Out);
+    EXPECT_EQ(Back.SaveObject(), Out);
+    RegObject Bare;
+    Back.LoadObject(Bare);
+    EXPECT_EQ(Back.Inner, Holder{}) << "absent: its default";
+    EXPECT_EQ(Back.Words.Count(), 0);
+}
+
+TEST(NestedRecord, GoesWithItsRole) {
+    const WithHolder From = FullHolder();
+    const WithHolder Scratch = From.MakeScratch();
+    EXPECT_EQ(Scratch.Inner, Holder{});
+    EXPECT_EQ(Scratch.Words.Count(), 0) << "a list of strings that is a parameter";
+    WithHolder Target = FullHolder();
+    Target.Inner.Count = 9;
+    WithHolder Empty;
+    Empty.Name = L"NOME";
+    std::move(Empty).Commit(Target);
+    EXPECT_EQ(Target.Inner.Count, 9) << "a commit leaves what is a list";
+    EXPECT_EQ(Target.Words.Count(), 0);
+    EXPECT_EQ(From.ByName(L"Inner"), std::nullopt);
+}
+
+TEST(NestedRecord, ARecordTellsItsCurrentVersion) {
+    EXPECT_EQ(WithHolder::CurrentVersion(), 4);
+    EXPECT_EQ(Holder::CurrentVersion(), 1);
+}
+
 }  // namespace
 }  // namespace kv::test

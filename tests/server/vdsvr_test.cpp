@@ -28,9 +28,10 @@ TEST(Server, VersionAndStart) {
 
 TEST(Server, KnowsItsClassWordsInTheOrderOfTheLadder) {
     const std::vector<std::wstring_view> Words(ClassWords().begin(), ClassWords().end());
-    EXPECT_EQ(Words, (std::vector<std::wstring_view>{L"CATALOGUE", L"FILTER", L"IMPORT", L"IMPORTPROC",
-                                                     L"MATER", L"MEMBER", L"REPOSITORY", L"SORT", L"STEM",
-                                                     L"STOPWORD", L"STRINGTABLE", L"TABLE"}));
+    EXPECT_EQ(Words, (std::vector<std::wstring_view>{L"VCLIENT", L"RETRIEVAL", L"CATALOGUE", L"FILTER",
+                                                     L"IMPORT", L"IMPORTPROC", L"MATER", L"MEMBER",
+                                                     L"PROFILE", L"REPOSITORY", L"SORT", L"STEM", L"STOPWORD",
+                                                     L"STRINGTABLE", L"TABLE", L"WEBCLIENT"}));
 }
 
 TEST(Server, ShowDataSetsUpTheToolBar) {
@@ -39,6 +40,8 @@ TEST(Server, ShowDataSetsUpTheToolBar) {
         ASSERT_TRUE(Accepted(On.Opened));
         const std::wstring Tools = Word == L"TABLE"        ? L"FINDTAG RENUMTAG CONSTANTS "
                                    : Word == L"IMPORTPROC" ? L"FINDTAG RENUMTAG MAPTABLE "
+                                   : Word == L"PROFILE"    ? L"FINDTAG RENUMTAG MAPTABLE "
+                                   : Word == L"VCLIENT"    ? L"CONSTANTS "
                                                            : L"";
         std::wstring Served;
         for (const std::wstring& Tool : On.Tree->Served()) Served.append(Tool).append(L" ");

@@ -1,0 +1,40 @@
+// The design item of the class VCLIENT.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "frame/iKvTree.h"
+#include "frame/vdbShared.h"
+#include "records/ApplicationRecord.h"
+
+namespace kv {
+
+/// Designs a client application. Sections: PARMS; the fonts FORMFONTS, MESSAGEFONTS and TITLEFONTS; the
+/// system messages FIELDS, below each its name (FIELDPARMS) and its texts by language (FIELDCAPTION).
+/// ParmEditor reads and renders them all.
+class diApplication final : public iKvTree {
+  public:
+    [[nodiscard]] bool SaveData(const Head& At, std::wstring& NewItemKey, std::wstring& Buffer,
+                                RegData* ExternalSource) override;
+    [[nodiscard]] bool Save(RegData& Clsid) override;
+    [[nodiscard]] bool MoveData(Head& At, std::int32_t Direction) override;
+    [[nodiscard]] bool LoadData(RegData& Clsid) override;
+    [[nodiscard]] bool GetObjectInfo(std::wstring& Name, std::wstring& Desc, std::int16_t& Version,
+                                     std::wstring& Id) override;
+    [[nodiscard]] bool ExportData(RegData& Clsid, std::wstring& Buffer) override;
+    [[nodiscard]] bool EditData(const Head& At, std::wstring& NewItemKey) override;
+    [[nodiscard]] bool DispData(const Head& At, std::wstring& Buffer, bool ExternalTarget, Positions Item,
+                                std::int32_t Indent) override;
+    [[nodiscard]] bool TlbrButtonClick(const std::wstring& Method, const std::wstring& CurrFolder,
+                                       const std::wstring& CurrItem, const std::wstring& Key) override;
+    [[nodiscard]] bool CopyData(const Head& At, bool Group, ClipItem& DataObj) override;
+    [[nodiscard]] bool DeleteData(const Head& At, bool Group) override;
+
+  private:
+    ApplicationRecord& Record() { return vdbShared::Made(Record_); }
+
+    std::unique_ptr<ApplicationRecord> Record_;
+};
+
+}  // namespace kv
