@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "frame/DesignTree.h"
+#include "frame/vdbShared.h"
 #include "window/WindowCore.h"
 
 namespace kv::host {
@@ -13,16 +14,26 @@ namespace {
 using window::TreeModel;
 using window::TreeNode;
 
-bool HoldsElements(const TreeModel& Tree, const TreeNode& Node) {
-    const std::wstring_view Kind = Tree.Kind(Node);
-    return Kind == kind::kList || Kind == kind::kSubList;
+bool IsListKind(std::wstring_view Kind) { return Kind == kind::kList || Kind == kind::kSubList; }
+
+// Whether a node is an element of the list that the node above it is. Where the kinds say nothing the keys
+// do, as they do to the server: both have the same section word. The leaves below the folder of a section's
+// parameters are no list, which there nothing but its word tells.
+bool IsElement(const TreeModel& Tree, const TreeNode& Node) {
+    const TreeNode& Above = *Node.Parent;
+    const std::wstring_view Kind = Tree.Kind(Above);
+    if (IsListKind(Kind)) return true;
+    const std::wstring_view Word = window::SectionWord(Node.Key);
+    if (!Above.Parent || window::SectionWord(Above.Key) != Word) return false;
+    if (!window::IsLeafKey(Node.Key)) return true;
+    return Kind.empty() && Tree.Kind(*Above.Parent).empty() && !Word.ends_with(vdbShared::kParms);
 }
 
 // The places that the lists above a node, and its own, give it.
 Place ListPlaces(const TreeModel& Tree, const TreeNode& Node) {
     Place Found;
     for (const TreeNode* N = &Node; N->Parent; N = N->Parent)
-        if (HoldsElements(Tree, *N->Parent)) Found.push_back(window::SiblingOrder<TreeNode>::PlaceOf(N));
+        if (IsElement(Tree, *N)) Found.push_back(window::SiblingOrder<TreeNode>::PlaceOf(N));
     std::reverse(Found.begin(), Found.end());
     return Found;
 }
@@ -38,7 +49,7 @@ std::optional<int> Fit(const TreeModel& Tree, const Address& Candidate, std::spa
     if (Same(Candidate.At, At)) return Preferred ? 0 : 3;
     if (!Candidate.Leaf) return std::nullopt;
     if (Wanted == Want::Text && At.empty()) return 1;
-    if (HoldsElements(Tree, *Candidate.Node->Parent)) return std::nullopt;
+    if (IsElement(Tree, *Candidate.Node)) return std::nullopt;
     // The leaf of a plain folder: with and without its place among the leaves.
     const Place Lists = ListPlaces(Tree, *Candidate.Node);
     Place First = Lists;
@@ -63,7 +74,7 @@ std::vector<Address> Addresses(const TreeModel& Tree) {
                      .Section = window::SectionWord(Node.Key),
                      .At = ListPlaces(Tree, Node),
                      .Leaf = window::IsLeafKey(Node.Key)};
-        if (Next.Leaf && !HoldsElements(Tree, *Node.Parent)) {
+        if (Next.Leaf && !IsElement(Tree, Node)) {
             const std::int32_t Own = ++Passed[Node.Parent];
             if (Next.At.empty() || Leaves[Node.Parent] > 1) Next.At.push_back(Own);
         }

@@ -20,9 +20,10 @@ using Place = std::vector<std::int32_t>;
 struct Address {
     const window::TreeNode* Node = nullptr;
     std::wstring_view Section;
-    /// For the node itself and each one above it: its place among its siblings where the parent's kind says
-    /// that these are the elements of a list. Behind them, for a leaf whose own siblings are no such
-    /// elements, its place among the leaves of its folder, unless the places before it tell it already.
+    /// For the node itself and each one above it: its place among its siblings where these are the elements
+    /// of a list, which the parent's kind says or, in a tree without kinds, its key. Behind them, for a leaf
+    /// whose own siblings are no such elements, its place among the leaves of its folder, unless the places
+    /// before it tell it already.
     Place At;
     bool Leaf = false;
 };

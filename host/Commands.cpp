@@ -18,6 +18,7 @@
 #include "host/CommandsSections.h"
 #include "host/CommandsSession.h"
 #include "host/CommandsStore.h"
+#include "host/CommandsTools.h"
 #include "host/Demo.h"
 #include "host/RpcHost.h"
 
@@ -27,9 +28,9 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kOverview =
-    R"(kvdesign designs the configuration objects of a library installation: catalogues, filters,
-imports, members, repositories, sort definitions. There is no desktop window yet; everything
-is done by commands.
+    R"(kvdesign designs the configuration objects of a library installation: tables and their indexes,
+display profiles, client applications, imports, catalogues, filters and more. There is no desktop
+window yet; everything is done by commands.
 
 To look around, make the demonstration installation and list what it holds:
 
@@ -53,6 +54,7 @@ from 1 as they stand in the tree, not by the number in the key:
   PARMS            the first section PARMS
   PARMS 2          the second leaf below the folder PARMS
   FIELDCAPTION 3 2 the second caption of the third field
+A list that the tree does not show, such as the text fonts of a profile, can't be named.
 
 The store is --store, else $KVDESIGN_STORE, else $XDG_DATA_HOME/kvdesign/kvdesign.db. It is made
 when it does not exist.
@@ -116,6 +118,7 @@ struct Line {
     std::string File;
     std::int32_t Index = 1;
     std::string Folder;
+    std::string Output;
 };
 
 Options ChosenOptions(const Line& Given) {
@@ -170,6 +173,7 @@ class CommandLine {
     void AddSection(CLI::App* To, bool SectionNeeded = true, bool PosNeeded = false);
     void AddWholeObjects();
     void AddSections();
+    void AddTools();
     void AddOthers();
 
     Streams Standard_;
@@ -180,6 +184,7 @@ class CommandLine {
 
 constexpr const char* kObjects = "Objects";
 constexpr const char* kSections = "Sections of an object";
+constexpr const char* kTools = "Tags of an object";
 constexpr const char* kOthers = "Others";
 
 CommandLine::CommandLine(const Streams& Standard) : Standard_(Standard), App_(kAbout, "kvdesign") {
@@ -201,9 +206,10 @@ CommandLine::CommandLine(const Streams& Standard) : Standard_(Standard), App_(kA
             "Folder of VELMIRA.INI and KVDSRT.TAB (default: that of the store)", "DIR");
     AddPath("--temp", Given_.Temp, "Folder of temporary files and of KVDSCLP.TMP", "DIR");
     App_.add_flag("--lax", Given_.Lax, "Check section texts laxly: unknown value words are ignored");
-    App_.add_flag("--json", Given_.Json, "Print JSON (list, tree, show, check, clipboard)");
+    App_.add_flag("--json", Given_.Json, "Print JSON (list, tree, show, tags, check, clipboard)");
     AddWholeObjects();
     AddSections();
+    AddTools();
     AddOthers();
 }
 
@@ -369,6 +375,33 @@ void CommandLine::AddSections() {
     Runs(Remove, [this](Session& Work) {
         if (!Given_.All && Given_.At.empty()) throw WrongUsage("POS is required, or --all");
         return RemoveElement(Work, Named(Given_), Given_.All);
+    });
+}
+
+void CommandLine::AddTools() {
+    CLI::App* const Tags = Command(
+        kTools, {"tags", "List the tags that no field of an object bears",
+                 "A line is one free tag or a run of them, up to 32767, the greatest tag. A class without "
+                 "tags is\nrefused.",
+                 "kvdesign tags TABLE NOTIZIE"});
+    AddClass(Tags);
+    AddName(Tags);
+    Runs(Tags, [this](Session& Work) {
+        return ShowFreeTags(Work, WideArgument(Given_.Clsid), WideArgument(Given_.Name));
+    });
+
+    CLI::App* const Constants = Command(
+        kTools,
+        {"constants", "Write the tags of an object to a source module, as constants",
+         "One line a field, Public Const FTG_<name>=<tag>, in Windows-1252; lines end with CR LF. Of an\n"
+         "application, VCLIENT, it is the system messages: texts, names and numbers. A file that is there "
+         "is\nreplaced. A class without the tool is refused, and so is a file that can't be made.",
+         "kvdesign constants TABLE NOTIZIE --output notizie.bas"});
+    AddClass(Constants);
+    AddName(Constants);
+    Constants->add_option("--output", Given_.Output, "The file to write")->required()->type_name("FILE");
+    Runs(Constants, [this](Session& Work) {
+        return ExportConstants(Work, WideArgument(Given_.Clsid), WideArgument(Given_.Name), Given_.Output);
     });
 }
 

@@ -44,6 +44,13 @@ void SaveChange(Session& Work, WindowCore& Core) {
         TellTrouble("nothing has changed: this section is not one of several", Work.Err());
 }
 
+// In a window a section is shown before it is saved, and some items count on it: showing fills in what a new
+// record lacks, without which they refuse. What can't be shown can still be set.
+void ShowFirst(Session& Work, WindowCore& Core, const Selection& Node) {
+    std::wstring Shown;
+    if (Core.DispData(Node, Shown)) static_cast<void>(Work.Platform().TakeShown());
+}
+
 /// What the operator's editor is given in front of a text that was refused: the messages, as comment lines.
 std::string Comment(const std::vector<KvError>& Errors) {
     const auto Write = [&](std::int32_t LinesAbove) {
@@ -127,9 +134,10 @@ int ShowSections(Session& Work, const std::wstring& Clsid, const std::wstring& N
                 continue;
             }
             if (!std::exchange(First, false)) Work.Out() << '\n';
-            Work.Out() << "== " << ToUtf8Lossy(Node.Section) << ' ' << ToUtf8Lossy(PlaceText(Node.At)) << ": "
-                       << ToUtf8Lossy(OneLine(Node.Node->Text)) << " ==\n"
-                       << PlainText(Buffer);
+            std::wstring Heading(Node.Section);
+            Heading.append(L" ").append(PlaceText(Node.At));
+            if (!Node.Node->Text.empty()) Heading.append(L": ").append(OneLine(Node.Node->Text));
+            Work.Out() << "== " << ToUtf8Lossy(Heading) << " ==\n" << PlainText(Buffer);
         }
         if (Work.Chosen().Json) Work.Out() << All.dump(2) << '\n';
     });
@@ -140,9 +148,10 @@ int SetSection(Session& Work, const Target& Of) {
     const std::shared_ptr<RegistryObject> Object = Work.Open(Of.Clsid, Of.Name);
     std::wstring Buffer = Work.ReadSection();
     Work.InWindow(Object, [&](WindowCore& Core) {
-        const Address Node = Addressed(Core.Tree(), Of.Section, Of.At, Want::Text);
+        const Selection Node = At(Addressed(Core.Tree(), Of.Section, Of.At, Want::Text));
+        ShowFirst(Work, Core, Node);
         std::wstring NewItemKey;
-        Work.Must(Core.SaveData(At(Node), Buffer, NewItemKey));
+        Work.Must(Core.SaveData(Node, Buffer, NewItemKey));
         Work.MustSave(Core.Save());
     });
     return exit_code::kDone;

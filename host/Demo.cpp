@@ -10,9 +10,9 @@
 #include <system_error>
 #include <utility>
 
-#include "frame/StrUtil.h"
 #include "frame/vdbInclude.h"
 #include "host/CommandsSession.h"
+#include "host/DemoParts.h"
 
 namespace kv::host {
 namespace {
@@ -41,36 +41,6 @@ class Unfinished {
     std::vector<fs::path> Files_;
 };
 
-std::wstring WeightLine(int Code, int Weight) {
-    return StrUtil::Hex2(static_cast<std::uint8_t>(Code)) + L" = " +
-           StrUtil::Hex2(static_cast<std::uint8_t>(Weight)) + L"\n";
-}
-
-// Every character weighs what it weighs by default, but for those that `Weigh` gives another weight.
-template <class Rule>
-std::wstring WeightTable(Rule&& Weigh) {
-    std::wstring Text;
-    for (int Code = 0; Code < 256; ++Code)
-        Text += WeightLine(Code,
-                           Weigh(Code, static_cast<int>(DefaultSortWeight(static_cast<std::uint8_t>(Code)))));
-    return Text;
-}
-
-std::wstring PlainWeights() {
-    return WeightTable([](int, int Weight) { return Weight; });
-}
-
-// Shelf marks: what parts their members counts as a blank.
-std::wstring ShelfMarkWeights() {
-    return WeightTable([](int Code, int Weight) {
-        return Code == '.' || Code == '/' || Code == '-' || Code == ':' ? 0x20 : Weight;
-    });
-}
-
-std::wstring DigitWeights() {
-    return WeightTable([](int Code, int) { return Code >= '0' && Code <= '9' ? Code : 0; });
-}
-
 constexpr std::string_view kIniText =
     "; Installazione dimostrativa: una piccola biblioteca civica.\r\n"
     "[INSTALLAZIONE]\r\n"
@@ -91,9 +61,16 @@ void MakeObjects(Session& Work) {
         Work.Registry().Create(Clsid, Name, std::wstring(Object.Desc));
         Work.InWindow(Clsid, Name, [&](window::WindowCore& Core) {
             for (const DemoSection& Each : Object.Sections) {
-                const Address Node = Addressed(Core.Tree(), std::wstring(Each.Section), Each.At, Want::Text);
-                std::wstring Buffer = WithLineEnds(Each.Text);
+                const Address Node = Addressed(Core.Tree(), std::wstring(Each.Section), Each.At,
+                                               Each.Text ? Want::Text : Want::Folder);
                 std::wstring NewItemKey;
+                if (!Each.Text) {
+                    Work.Must(Core.EditData({.CurrItem = Node.Node->Key}, NewItemKey));
+                    continue;
+                }
+                std::wstring Buffer;
+                Work.Must(Core.DispData({.CurrItem = Node.Node->Key}, Buffer));  // as an operator sees it
+                Buffer = WithLineEnds(*Each.Text);
                 Work.Must(Core.SaveData({.CurrItem = Node.Node->Key}, Buffer, NewItemKey));
             }
             Work.MustSave(Core.Save());
@@ -126,135 +103,11 @@ fs::path FirstMissing(const fs::path& Folder) {
 }  // namespace
 
 std::vector<DemoObject> DemoObjects() {
-    const auto Parms = [](std::wstring_view Text) {
-        return std::vector<DemoSection>{{L"PARMS", {1}, std::wstring(Text)}};
-    };
-    const auto Sort = [](std::wstring_view Text, std::wstring Table) {
-        return std::vector<DemoSection>{{L"PARMS", {1}, std::wstring(Text)},
-                                        {L"PARMS", {2}, std::move(Table)}};
-    };
-    return {
-        {L"CATALOGUE", L"GENERALE", L"Catalogo generale della biblioteca", Parms(LR"(RETRIEVAL= "BIBLIO"
-TABLE= "NOTIZIE"
-PROFILE= "SCHEDA"
-QUERY= "RICERCA"
-BROWSE= "ELENCO"
-PATH= "cataloghi/generale"
-HELP= "AIUTO"
-HELPWWW= "AIUTOWEB"
-FLAGS= NONE
-)")},
-        {L"CATALOGUE", L"EMEROTECA", L"Giornali e periodici correnti", Parms(LR"(RETRIEVAL= "BIBLIO"
-TABLE= "PERIODICI"
-PROFILE= "TESTATA"
-QUERY= "RICPERIODICI"
-BROWSE= "ELENCO"
-PATH= "cataloghi/emeroteca"
-HELP= "AIUTO"
-)")},
-        {L"CATALOGUE", L"RAGAZZI", L"Sezione ragazzi, dagli stessi dati del catalogo generale",
-         Parms(LR"(RETRIEVAL= "BIBLIO"
-TABLE= "NOTIZIE"
-PROFILE= "SCHEDARAGAZZI"
-QUERY= "RICRAGAZZI"
-BROWSE= "COPERTINE"
-PATH= "cataloghi/ragazzi"
-HELP= "AIUTORAGAZZI"
-MIRROROF= "GENERALE"
-)")},
-
-        {L"FILTER", L"DISPONIBILI", L"Solo i documenti che sono a scaffale", Parms(LR"(TABLE= "STATO"
-EXPRESSION= "DISPONIBILE"
-AUTOMATIC= FALSE
-MERGEWITH= AND
-HELP= "AIUTOFILTRI"
-)")},
-        {L"FILTER", L"PUBBLICI", L"Nasconde le notizie riservate agli operatori",
-         Parms(LR"(TABLE= "VISIBILITA"
-EXPRESSION= "PUBBLICA"
-AUTOMATIC= TRUE
-MERGEWITH= AND
-)")},
-        {L"FILTER", L"CITTÀ", L"Aggiunge ciò che riguarda la città", Parms(LR"(TABLE= "SOGGETTI"
-EXPRESSION= "BORGOVERDE OR VALDORO"
-AUTOMATIC= FALSE
-MERGEWITH= OR
-HELP= "AIUTOFILTRI"
-)")},
-
-        {L"IMPORT", L"ACQUISTI", L"Notizie dei nuovi acquisti, ogni notte", Parms(LR"(PROCEDURE= "NOTIZIE"
-RETRIEVAL= "BIBLIO"
-SOURCEPATH= "scambio/acquisti"
-TARGETPATH= "FILE:archivi/biblio;lavoro/zip"
-LOGFILE= "registri/acquisti.log"
-PROCTYPE= UNKNOWTAGWARN|INCREMENTAL|NONULLMAINKEY
-FLAGS= ZIPFILES
-LOCKED= FALSE
-)")},
-        {L"IMPORT", L"SPOGLI", L"Spogli dei periodici dal polo provinciale", Parms(LR"(PROCEDURE= "SPOGLI"
-RETRIEVAL= "BIBLIO"
-SOURCEPATH= "scambio/spogli"
-TARGETPATH= "FTP:borgoverde,cambiami@scambio.polo.example/spogli"
-LOGFILE= "registri/spogli.log"
-PROCTYPE= UNKNOWTAGSTOP
-FLAGS= ZIPFILES|CABFILES
-LOCKED= FALSE
-)")},
-        {L"IMPORT", L"SCHEDARIO", L"Recupero dello schedario cartaceo, concluso",
-         Parms(LR"(PROCEDURE= "SCHEDE"
-RETRIEVAL= "BIBLIO"
-SOURCEPATH= "recupero/schede"
-TARGETPATH= "FILE:archivi/biblio"
-LOGFILE= "registri/schedario.log"
-PROCTYPE= NODBR|COMPACTDB
-LOCKED= TRUE
-)")},
-
-        {L"MEMBER", L"BANCO", L"Banco dei prestiti", Parms(L"PASSWORD= \"accoglienza\"\n")},
-        {L"MEMBER", L"CATALOGAZIONE", L"Ufficio catalogazione", Parms(L"PASSWORD= \"schede\"\n")},
-        {L"MEMBER", L"DIREZIONE", L"Direzione della biblioteca", Parms(L"PASSWORD= \"cambiami\"\n")},
-
-        {L"REPOSITORY", L"FOTOGRAFIE", L"Fondo fotografico della città", Parms(LR"(PATH= "depositi/fotografie"
-URL= "https://biblioteca.example/fotografie"
-TABLE= "FOTOGRAFIE"
-KEYFIELD= "INVENTARIO"
-TEMPPATH= "lavoro/fotografie"
-READONLY= FALSE
-)")},
-        {L"REPOSITORY", L"MANOSCRITTI", L"Manoscritti digitalizzati, in sola lettura",
-         Parms(LR"(PATH= "depositi/manoscritti"
-URL= "https://biblioteca.example/manoscritti"
-TABLE= "MANOSCRITTI"
-KEYFIELD= "SEGNATURA"
-TEMPPATH= "lavoro/manoscritti"
-READONLY= TRUE
-)")},
-
-        {L"SORT", L"ITALIANO", L"Ordinamento alfabetico: accenti e maiuscole non contano",
-         Sort(LR"(NONUMERIC= FALSE
-NOTABLE= FALSE
-NOMASK= FALSE
-NOSPACES= FALSE
-FLAGS= NONE
-)",
-              PlainWeights())},
-        {L"SORT", L"SEGNATURE", L"Collocazioni: punto, barra e trattino contano come spazio",
-         Sort(LR"(NONUMERIC= FALSE
-NOTABLE= FALSE
-NOMASK= TRUE
-NOSPACES= FALSE
-FLAGS= NONE
-)",
-              ShelfMarkWeights())},
-        {L"SORT", L"CIFRE", L"Numeri di inventario: contano solo le cifre",
-         Sort(LR"(NONUMERIC= FALSE
-NOTABLE= FALSE
-NOMASK= FALSE
-NOSPACES= TRUE
-FLAGS= NONE
-)",
-              DigitWeights())},
-    };
+    std::vector<DemoObject> All;
+    for (const auto Make : {DemoServices, DemoTables, DemoSorts, DemoStopWords, DemoImports, DemoForms,
+                            DemoMessages, DemoClients})
+        for (DemoObject& Object : Make()) All.push_back(std::move(Object));
+    return All;
 }
 
 void MakeDemo(const fs::path& Asked) {

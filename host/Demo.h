@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -11,11 +12,11 @@
 
 namespace kv::host {
 
-/// A section text of a demonstration object; lines end with LF.
+/// A step in the making of a demonstration object: a text for a section, or an element more for a list.
 struct DemoSection {
     std::wstring_view Section;
     Place At;
-    std::wstring Text;
+    std::optional<std::wstring> Text;  // lines end with LF; none: an element is added behind the others
 };
 
 struct DemoObject {

@@ -60,6 +60,13 @@ show 0 "printf 'TABLE= \"STATO\"\nAUTOMATIC= forse\n' | kvdesign --lax set FILTE
 say "The whole object as exported text."
 show 0 "kvdesign export IMPORT ACQUISTI | tr -d '\r'"
 
+say "The fields of a record table stand in groups and bear tags. The tags that are free:"
+show 0 "kvdesign tree TABLE NOTIZIE | grep '[123]:' | sed -n '/1:TITOLO  /,/1:EDIZIONE/p; /1:COPIA/,/1:ISBD/p'"
+show 0 'kvdesign tags TABLE NOTIZIE | tail -4'
+
+say "The tags as constants, for programs that read the records."
+show 0 "kvdesign constants TABLE NOTIZIE --output \$work/notizie.bas; tr -d '\r' < \$work/notizie.bas | sed -n 1,8p"
+
 say "Every section of every object reads back; a fault would be a line here, and the exit code 1."
 show 0 'kvdesign check'
 

@@ -1,4 +1,5 @@
-"""What the tests of the command share: one run of it, and a folder with a store for each test."""
+"""What the tests of the command share: one run of it, a session with its headless host, and a folder with a store for
+each test."""
 
 import json
 import os
@@ -35,6 +36,58 @@ def run(*arguments, input=b"", env=None, **more):
     process = subprocess.run([PROGRAM, *(a if isinstance(a, bytes) else str(a) for a in arguments)], input=input, env=clean, timeout=120,
                              stdout=subprocess.PIPE, stderr=subprocess.PIPE, **more)
     return Done(process)
+
+
+class RpcSession:
+    """A session with `kvdesign rpc` over one store; answers are read line by line. What the host asks on its way is
+    answered by `answers`, a method word to a list of results that is used up from the front, and kept in `asked`."""
+
+    def __init__(self, store, program_dir, temp):
+        self.process = subprocess.Popen(
+            [PROGRAM, "rpc", "--store", store, "--program-dir", program_dir, "--temp", temp],
+            stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.PIPE, encoding="utf-8")
+        self.last_id = 0
+        self.notices = []
+        self.answers = {}
+        self.asked = []
+
+    def send(self, line):
+        self.process.stdin.write(json.dumps(line) + "\n")
+        self.process.stdin.flush()
+
+    def call(self, method, **params):
+        """The whole answer to a request."""
+        self.last_id += 1
+        self.send({"jsonrpc": "2.0", "id": self.last_id, "method": method, "params": params})
+        while True:
+            line = json.loads(self.process.stdout.readline())
+            if "method" not in line:
+                assert line["id"] == self.last_id, line
+                return line
+            if "id" not in line:
+                self.notices.append((line["method"], line.get("params")))
+                continue
+            self.asked.append((line["method"], line["params"]))
+            waiting = self.answers.get(line["method"])
+            assert waiting, f"nobody expected {line}"
+            self.send({"jsonrpc": "2.0", "id": line["id"], "result": waiting.pop(0)})
+
+    def result(self, method, **params):
+        """The result of a request, which must have one."""
+        answer = self.call(method, **params)
+        assert "result" in answer, answer
+        return answer["result"]
+
+    def error(self, method, **params):
+        """The error of a request, which must have one."""
+        answer = self.call(method, **params)
+        assert "error" in answer, answer
+        return answer["error"]
+
+    def end(self):
+        """Ends the session; answers the exit code and what was left to read."""
+        out, err = self.process.communicate(timeout=20)
+        return self.process.returncode, out, err
 
 
 class CliTest(unittest.TestCase):
@@ -81,6 +134,13 @@ class CliTest(unittest.TestCase):
 
     def revision(self, clsid, name):
         return next(e["Revision"] for e in self.json("list", clsid) if e["Name"] == name)
+
+    def rpc(self):
+        """A session on the store; it must be at its end, and have ended well, when the test is."""
+        session = RpcSession(self.store, self.folder, self.temp)
+        self.addCleanup(lambda: session.process.returncode is None and
+                        self.assertEqual(session.end(), (0, "", "")))
+        return session
 
     def demo(self):
         """The store becomes that of the demonstration, made once for all tests of a program."""

@@ -99,6 +99,16 @@ class Set(CliTest):
                 self.ok("set", clsid, name, "PARMS", *at, input=text)
                 self.assertEqual(self.ok("show", clsid, name, "PARMS", *at), text)
 
+    def test_what_is_shown_of_a_whole_object_can_be_set(self):
+        self.demo()
+        for clsid, name in (("VCLIENT", "BANCO"), ("PROFILE", "PRESTITO"), ("WEBCLIENT", "SALA")):
+            before = self.json("show", clsid, name)
+            self.assertGreater(len(before), 3)
+            for section in before:
+                self.ok("set", clsid, name, section["Section"], *section["Position"], input=section["Buffer"])
+            after = self.json("show", clsid, name)
+            self.assertEqual(after, before)
+
     def test_a_line_without_an_end_and_a_byte_order_mark(self):
         self.ok("new", "MEMBER", "A")
         self.ok("set", "MEMBER", "A", "PARMS", input=b"\xef\xbb\xbfPASSWORD= x")
@@ -109,6 +119,13 @@ class Set(CliTest):
         self.ok("set", "SORT", "A", "PARMS", "2", input="41 = 41\n61 = 41\n")
         self.assertIn("\n60 = 00  [`] [ ]\n61 = 41  [a] [A]\n62 = 00  [b] [ ]\n",
                       self.ok("show", "SORT", "A", "PARMS", "2"))
+
+    def test_what_a_new_record_lacks_is_filled_in_as_when_it_is_shown(self):
+        self.ok("new", "STOPWORD", "A")
+        self.ok("set", "STOPWORD", "A", "PARMS", input="IFFIRST= TRUE\n")
+        self.ok("set", "STOPWORD", "A", "MESSAGE", input='"il"=""\n')
+        self.assertIn('IFFIRST= TRUE\nIFNOTONLY= FALSE\nIGNORECASE= FALSE\nSEPARATOR= "="\n',
+                      self.ok("show", "STOPWORD", "A", "PARMS"))
 
     def test_a_refused_text_leaves_the_object_as_it_was(self):
         self.ok("new", "FILTER", "A")
@@ -343,6 +360,176 @@ class Lists(CliTest):
         self.refused("Argomento sconosciuto o errato nella linea di comando: FIELDCAPTION 1 1",
                      "show", "STRINGTABLE", "A", "FIELDCAPTION", "1", "1")
         self.assertEqual(self.ok("check"), "")
+
+
+class Application(CliTest):
+    """Lists that bear no kind in the tree."""
+
+    def setUp(self):
+        super().setUp()
+        self.ok("new", "VCLIENT", "A")
+
+    def do(self, command, *where, **more):
+        return self.ok(command, "VCLIENT", "A", *where, **more)
+
+    def named(self, section, depth):
+        """Position and text of the nodes with this section word that stand so deep in lists, in order."""
+        return [(node["Position"], node["Text"]) for node in self.json("tree", "VCLIENT", "A")
+                if node.get("Section") == section and len(node["Position"]) == depth]
+
+    def messages(self):
+        return [text for _, text in self.named("FIELDS", 1)]
+
+    def add(self, *names):
+        for name in names:
+            self.assertRegex(self.do("add", "FIELDS"), r"\AFIELDS-\d+\n\Z")
+            self.do("set", "FIELDPARMS", len(self.messages()), input=f"NAME= {name}\n")
+
+    def unknown(self, *where):
+        self.refused("Argomento sconosciuto o errato nella linea di comando: " + " ".join(map(str, where)),
+                     "show", "VCLIENT", "A", *where)
+
+    def test_fonts(self):
+        for section in ("FORMFONTS", "MESSAGEFONTS", "TITLEFONTS"):
+            self.unknown(section, 1)
+            for place, font in enumerate(("Sans", "Serif", "Mono"), 1):
+                self.assertRegex(self.do("add", section), rf"\A{section} \d+\n\Z")
+                self.do("set", section, place, input=f'NAME= "{font}"\nSIZE= {place + 8}\n')
+                self.assertEqual(self.named(section, 1)[-1], ([place], f"Font: {font}, {place + 8}"))
+            self.assertTrue(self.do("show", section, 1).startswith('NAME= "Sans"\nSIZE= 9\n'))
+            self.assertEqual(self.do("show", section), self.do("show", section, 1))
+            self.assertRegex(self.do("move", section, 3, "--up"), rf"\A{section} \d+\n\Z")
+            self.assertTrue(self.do("show", section, 2).startswith('NAME= "Mono"\n'))
+            self.do("remove", section, 1)
+            self.assertEqual([text for _, text in self.named(section, 1)], ["Font: Mono, 11", "Font: Serif, 10"])
+            self.unknown(section, 3)
+            self.do("remove", section, "--all")
+            self.unknown(section, 1)
+        self.assertEqual(self.ok("check"), "")
+
+    def test_messages(self):
+        self.add("UNO", "DUE", "TRE")
+        self.assertEqual(self.named("FIELDS", 1), [([1], "UNO"), ([2], "DUE"), ([3], "TRE")])
+        self.assertTrue(self.do("show", "FIELDPARMS", 2).startswith('NAME= "DUE"\n'))
+        self.assertEqual(self.do("show", "FIELDPARMS", 2, 1), self.do("show", "FIELDPARMS", 2))
+        self.unknown("FIELDPARMS", 4)
+        self.refused("Il nome del messaggio non è univoco.", "set", "VCLIENT", "A", "FIELDPARMS", "1",
+                     input="NAME= tre\n")
+        self.do("move", "FIELDS", 3, "--up")
+        self.assertEqual(self.messages(), ["UNO", "TRE", "DUE"])
+        self.do("move", "FIELDS", 1, "--down")
+        self.assertEqual(self.messages(), ["TRE", "UNO", "DUE"])
+        revision = self.revision("VCLIENT", "A")
+        for where, way in ((1, "--up"), (3, "--down")):
+            self.assertEqual(self.kv("move", "VCLIENT", "A", "FIELDS", where, way).code, 1)
+        self.assertEqual(self.revision("VCLIENT", "A"), revision)
+        self.do("remove", "FIELDS", 2)
+        self.assertEqual(self.messages(), ["TRE", "DUE"])
+        self.do("remove", "FIELDS", "--all")
+        self.assertEqual(self.messages(), [])
+        self.unknown("FIELDS", 1)
+
+    def test_texts_of_a_message(self):
+        self.add("UNO", "DUE")
+        self.unknown("FIELDCAPTION", 2, 1)
+        for place, (text, lang) in enumerate((("prima", "ita"), ("first", "eng"), ("erste", "ger")), 1):
+            self.assertRegex(self.do("add", "FIELDCAPTION", 2), r"\AFIELDCAPTION \d+\n\Z")
+            self.do("set", "FIELDCAPTION", 2, place, input=f"TEXT= {text}\nLANG= {lang}\n")
+        self.assertEqual(self.named("FIELDCAPTION", 2), [([2, 1], "Messaggio: [ITA] prima"),
+                                                         ([2, 2], "Messaggio: [ENG] first"),
+                                                         ([2, 3], "Messaggio: [GER] erste")])
+        self.unknown("FIELDCAPTION", 1, 1)
+        self.do("move", "FIELDCAPTION", 2, 3, "--up")
+        self.assertTrue(self.do("show", "FIELDCAPTION", 2, 2).startswith('TEXT= "erste"\n'))
+        self.do("remove", "FIELDCAPTION", 2, 1)
+        self.do("remove", "FIELDCAPTION", 2, 2)
+        self.assertEqual(self.named("FIELDCAPTION", 2), [([2, 1], "Messaggio: [GER] erste")], "one alone")
+        self.assertTrue(self.do("show", "FIELDCAPTION", 2, 1).startswith('TEXT= "erste"\n'))
+        self.assertEqual(self.do("show", "FIELDCAPTION"), self.do("show", "FIELDCAPTION", 2, 1))
+        self.do("remove", "FIELDCAPTION", 2, "--all")
+        self.assertEqual(self.named("FIELDCAPTION", 2), [])
+        self.assertEqual(self.messages(), ["UNO", "DUE"])
+
+    def test_every_section_is_checked(self):
+        self.add("UNO")
+        self.do("add", "FIELDCAPTION", 1)
+        self.do("add", "FORMFONTS")
+        self.assertEqual([(s["Section"], s["Position"]) for s in self.json("show", "VCLIENT", "A")],
+                         [("PARMS", [1]), ("FORMFONTS", [1]), ("FIELDPARMS", [1]), ("FIELDCAPTION", [1, 1])])
+        done = self.kv("check", "VCLIENT")
+        self.assertEqual((done.code, done.out), (1, "VCLIENT/A FIELDCAPTION[1 1]: Non è stato specificato un codice "
+                                                    "LANG valido.\n"))
+
+
+class Profile(CliTest):
+    """Sections in the elements of five lists, and a list that has no nodes."""
+
+    def setUp(self):
+        super().setUp()
+        self.ok("new", "PROFILE", "A")
+
+    def do(self, command, *where, **more):
+        return self.ok(command, "PROFILE", "A", *where, **more)
+
+    def texts(self, section, depth):
+        return [node["Text"] for node in self.json("tree", "PROFILE", "A")
+                if node.get("Section") == section and len(node["Position"]) == depth]
+
+    def test_lists_inside_elements(self):
+        for element, parms, captions, text in (
+                ("COMMANDS", "COMMANDPARMS", "COMMANDTIPS", "CODE= B{0}\n"),
+                ("FORMATS", "FORMATPARMS", "FORMATCAPTION", "NAME= F{0}\nSTYLE= BANNER\nDISPTYPE= DISPLAY\n"),
+                ("LOANTABLES", "LOANTABLEPARMS", "LOANTABLECAPTION", "NATURE= N{0}\nLEVEL= {0}\n"),
+                ("FIELDS", "FIELDPARMS", "FIELDCAPTION", "TAG= 10{0}\n")):
+            for place in (1, 2):
+                self.assertRegex(self.do("add", element), rf"\A{element}-\d+\n\Z")
+                self.do("set", parms, place, input=text.format(place))
+                for at, label in enumerate(("uno", "due"), 1):
+                    self.assertRegex(self.do("add", captions, place), rf"\A{captions} \d+\n\Z")
+                    self.do("set", captions, place, at, input=f"TEXT= {label}{place}\nLANG= ita\n")
+            self.assertTrue(self.do("show", captions, 1, 2).startswith('TEXT= "due1"\n'))
+            self.do("move", captions, 1, 2, "--up")
+            self.assertTrue(self.do("show", captions, 1, 1).startswith('TEXT= "due1"\n'))
+            first = self.do("show", parms, 1)
+            self.assertRegex(self.do("move", element, 2, "--up"), rf"\A{element}-\d+\n\Z")
+            self.assertEqual(self.do("show", parms, 2), first)
+            self.assertTrue(self.do("show", captions, 2, 1).startswith('TEXT= "due1"\n'))
+            self.do("remove", captions, 2, 1)
+            self.assertTrue(self.do("show", captions, 2, 1).startswith('TEXT= "uno1"\n'))
+            self.do("remove", captions, 1, "--all")
+            self.assertEqual(len(self.texts(captions, 2)), 1)
+            self.do("remove", element, 1)
+            self.assertEqual(self.do("show", parms, 1), first)
+            self.do("remove", element, "--all")
+            self.assertEqual(self.texts(element, 1), [])
+
+    def test_plain_lists(self):
+        for section, text in (("POPUPS", "TEXT= t{0}\nLANG= ita\n"), ("TITLES", "TEXT= t{0}\nLANG= ita\n"),
+                              ("RECHTML", "FILENAME= t{0}\nLANG= ita\n"),
+                              ("LOANHTML", "FILENAME= t{0}\nLANG= ita\n"), ("HTML", "FILENAME= t{0}\nLANG= ita\n")):
+            for place in (1, 2):
+                self.do("add", section)
+                self.do("set", section, place, input=text.format(place))
+            self.do("move", section, 1, "--down")
+            self.assertIn('= "t2"\n', self.do("show", section, 1))
+            self.assertEqual(self.kv("remove", "PROFILE", "A", section, 1).code, 0)
+            self.assertIn('= "t1"\n', self.do("show", section, 1))
+
+    def test_the_text_fonts_have_no_node(self):
+        told = "Argomento sconosciuto o errato nella linea di comando: TEXTFONTS"
+        self.refused(told, "show", "PROFILE", "A", "TEXTFONTS")
+        self.refused(told, "add", "PROFILE", "A", "TEXTFONTS")
+
+    def test_a_heading_without_a_text(self):
+        self.do("add", "POPUPS")
+        self.assertIn("\n== POPUPS 1 ==\nTEXT= ", self.do("show"))
+
+    def test_a_double_tag_is_refused_by_the_save(self):
+        for place, tag in ((1, 7), (2, 8), (3, 9)):
+            self.do("add", "FIELDS")
+            self.do("set", "FIELDPARMS", place, input=f"TAG= {tag}\n")
+        self.refused("Tag duplicato: 7\n#1 e #3", "set", "PROFILE", "A", "FIELDPARMS", "3", input="TAG= 7\n")
+        self.assertIn("TAG= 9\n", self.do("show", "FIELDPARMS", 3))
 
 
 class Damaged(CliTest):

@@ -19,7 +19,7 @@ class Tour(CliTest):
         before = {f: f.read_bytes() for f in self.folder.iterdir() if f.is_file()}
         done = self.tour(PROGRAM, str(self.folder))
         self.assertEqual(done.returncode, 0, done.stdout)
-        for command in ("list", "tree", "show", "set", "export", "check", "rpc"):
+        for command in ("list", "tree", "show", "set", "export", "tags", "constants", "check", "rpc"):
             self.assertRegex(done.stdout, rf"(?m)^\$ .*kvdesign (--lax )?{command}")
         self.assertIn("riga 2: Valore sconosciuto per il parametro AUTOMATIC=(FORSE)\n(exit code 1)\n", done.stdout)
         self.assertIn("\nEND IMPORT\n", done.stdout)

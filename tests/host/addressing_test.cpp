@@ -1,4 +1,5 @@
-// How a section word and places name a node: plain folders, lists, lists inside the elements of a list.
+// How a section word and places name a node: plain folders, lists, lists inside the elements of a list, with
+// the kinds that say so and without.
 
 #include "host/Addressing.h"
 
@@ -69,6 +70,35 @@ void BuildNested(TreeModel& Tree) {
                 Key(L"CONSTANTS-FIELDS-", 3) + L" " + std::to_wstring(Constant));
     }
     Add(Tree, L"ROOT", L"TITLES", kind::kList);
+}
+
+// The same lists without a kind anywhere:
+// ROOT
+//   PARMS: PARMS 1
+//   FONTS: one leaf
+//   TITLES, empty
+//   FIELDS
+//     FIELDS-<n>, n = 10, 20, 30
+//       FIELDPARMS-<n+1>: one leaf
+//       FIELDCAPTION-<n+2>: n/10 leaves
+void BuildKindless(TreeModel& Tree) {
+    Add(Tree, L"", L"ROOT");
+    Add(Tree, L"ROOT", L"PARMS");
+    Add(Tree, L"PARMS", L"PARMS 1");
+    Add(Tree, L"ROOT", L"FONTS");
+    Add(Tree, L"FONTS", L"FONTS 2");
+    Add(Tree, L"ROOT", L"TITLES");
+    Add(Tree, L"ROOT", L"FIELDS");
+    for (int N = 10; N <= 30; N += 10) {
+        const auto Key = [&](const wchar_t* Word, int Plus) { return Word + std::to_wstring(N + Plus); };
+        Add(Tree, L"FIELDS", Key(L"FIELDS-", 0));
+        Add(Tree, Key(L"FIELDS-", 0), Key(L"FIELDPARMS-", 1));
+        Add(Tree, Key(L"FIELDPARMS-", 1), Key(L"FIELDPARMS ", 5));
+        Add(Tree, Key(L"FIELDS-", 0), Key(L"FIELDCAPTION-", 2));
+        for (int Caption = 1; Caption <= N / 10; ++Caption)
+            Add(Tree, Key(L"FIELDCAPTION-", 2),
+                L"FIELDCAPTION " + std::to_wstring(N) + std::to_wstring(Caption));
+    }
 }
 
 /// The key of the node found, "-" when there is none.
@@ -164,6 +194,56 @@ TEST(Addressing, EmptyListIsAFolderAndNothingElse) {
     EXPECT_EQ(Text(Tree, L"TITLES", {1}), "-");
 }
 
+TEST(Addressing, WithoutKindsElementsThatAreFoldersAreToldByTheirKeys) {
+    TreeModel Tree;
+    BuildKindless(Tree);
+    EXPECT_EQ(Text(Tree, L"FIELDS", {3}), "FIELDS-30");
+    EXPECT_EQ(Text(Tree, L"FIELDS", {4}), "-");
+    EXPECT_EQ(Folder(Tree, L"FIELDS"), "FIELDS");
+    EXPECT_EQ(Folder(Tree, L"FIELDS", {2}), "FIELDS-20");
+    EXPECT_EQ(Text(Tree, L"FIELDPARMS", {2}), "FIELDPARMS 25");
+    EXPECT_EQ(Text(Tree, L"FIELDPARMS", {2, 1}), "FIELDPARMS 25");
+    EXPECT_EQ(Text(Tree, L"FIELDPARMS", {2, 2}), "-");
+    EXPECT_EQ(Text(Tree, L"FIELDPARMS"), "FIELDPARMS 15");
+    EXPECT_EQ(Folder(Tree, L"FIELDPARMS", {2}), "FIELDPARMS-21");
+}
+
+TEST(Addressing, WithoutKindsLeavesOfAListHaveTheirPlaceAlsoWhenThereIsOne) {
+    TreeModel Tree;
+    BuildKindless(Tree);
+    EXPECT_EQ(Text(Tree, L"FONTS", {1}), "FONTS 2");
+    EXPECT_EQ(Text(Tree, L"FONTS"), "FONTS 2");
+    EXPECT_EQ(Text(Tree, L"FONTS", {2}), "-");
+    EXPECT_EQ(Folder(Tree, L"FONTS"), "FONTS");
+    EXPECT_EQ(Folder(Tree, L"TITLES"), "TITLES");
+    EXPECT_EQ(Text(Tree, L"TITLES", {1}), "-");
+    EXPECT_EQ(Text(Tree, L"PARMS", {1}), "PARMS 1");
+    EXPECT_EQ(Text(Tree, L"FIELDCAPTION", {1, 1}), "FIELDCAPTION 101");
+    EXPECT_EQ(Text(Tree, L"FIELDCAPTION", {1, 2}), "-");
+    EXPECT_EQ(Text(Tree, L"FIELDCAPTION", {3, 2}), "FIELDCAPTION 302");
+    EXPECT_EQ(Text(Tree, L"FIELDCAPTION", {1}), "FIELDCAPTION-12") << "the list, not its one element";
+    EXPECT_EQ(Text(Tree, L"FIELDCAPTION"), "FIELDCAPTION 101");
+    EXPECT_EQ(Folder(Tree, L"FIELDCAPTION", {3}), "FIELDCAPTION-32");
+}
+
+TEST(Addressing, WithoutKindsAllIsNamedAsWithThem) {
+    TreeModel With;
+    TreeModel Without;
+    BuildNested(With);
+    BuildKindless(Without);
+    const auto Named = [](const TreeModel& Tree) {
+        std::vector<std::wstring> All;
+        for (const Address& Each : Addresses(Tree))
+            if (Each.Section.starts_with(L"FIELD")) {
+                All.push_back(std::wstring(Each.Section));
+                All.back().append(Each.Leaf ? L" leaf " : L" ").append(PlaceText(Each.At));
+            }
+        return All;
+    };
+    EXPECT_EQ(Named(Without), Named(With));
+    EXPECT_EQ(Named(Without).size(), 1U + 3U * 4U + 6U);
+}
+
 TEST(Addressing, EmptyTreeHasNoAddress) {
     const TreeModel Tree;
     EXPECT_TRUE(Addresses(Tree).empty());
@@ -172,16 +252,18 @@ TEST(Addressing, EmptyTreeHasNoAddress) {
 
 // What is printed can be typed: each address leads back to its node.
 TEST(Addressing, EveryAddressLeadsBack) {
-    TreeModel Tree;
-    BuildNested(Tree);
-    const std::vector<Address> All = Addresses(Tree);
-    EXPECT_EQ(All.size(), Tree.Count() - 1);
-    for (const Address& Each : All) {
-        const std::optional<Address> Back =
-            Resolve(Tree, Each.Section, Each.At, Each.Leaf ? Want::Text : Want::Folder);
-        ASSERT_TRUE(Back) << Narrow(Each.Node->Key);
-        EXPECT_EQ(Narrow(Back->Node->Key), Narrow(Each.Node->Key));
-        EXPECT_EQ(Back->At, Each.At);
+    for (const auto Build : {BuildSort, BuildNested, BuildKindless}) {
+        TreeModel Tree;
+        Build(Tree);
+        const std::vector<Address> All = Addresses(Tree);
+        EXPECT_EQ(All.size(), Tree.Count() - 1);
+        for (const Address& Each : All) {
+            const std::optional<Address> Back =
+                Resolve(Tree, Each.Section, Each.At, Each.Leaf ? Want::Text : Want::Folder);
+            ASSERT_TRUE(Back) << Narrow(Each.Node->Key);
+            EXPECT_EQ(Narrow(Back->Node->Key), Narrow(Each.Node->Key));
+            EXPECT_EQ(Back->At, Each.At);
+        }
     }
 }
 

@@ -48,7 +48,8 @@ TEST_F(Demo, HoldsSeveralObjectsOfAClass) {
         EXPECT_FALSE(Object.Sections.empty());
     }
     for (const std::wstring_view Word :
-         {L"CATALOGUE", L"FILTER", L"IMPORT", L"MEMBER", L"REPOSITORY", L"SORT"})
+         {L"CATALOGUE", L"FILTER", L"IMPORT", L"IMPORTPROC", L"MATER", L"MEMBER", L"PROFILE", L"REPOSITORY",
+          L"RETRIEVAL", L"SORT", L"STEM", L"STOPWORD", L"STRINGTABLE", L"TABLE", L"VCLIENT", L"WEBCLIENT"})
         EXPECT_GE(Count[Word], 2) << Narrow(Word);
 }
 
@@ -80,6 +81,232 @@ TEST_F(Demo, IsAnInstallationWhoseEverySectionIsAccepted) {
     ASSERT_EQ(Table.size(), 256U);
     EXPECT_EQ(Table[L'7'], L'7');
     EXPECT_EQ(std::count(Table.begin(), Table.end(), L'\0'), 246);
+}
+
+/// The objects of a demonstration, as they are stored.
+class DemoContent : public Demo {
+  protected:
+    using Name = std::pair<std::wstring, std::wstring>;  // class, name
+
+    void SetUp() override {
+        MakeDemo(Here / "demo");
+        KvRegSvr Registry(Here / "demo" / kDemoStore);
+        for (const RegistryEntry& Entry : Registry.List())
+            Objects.emplace(Name(Entry.Clsid, Entry.Name), Registry.ReadStored(Entry.Clsid, Entry.Name));
+    }
+
+    static std::wstring Text(const RegObject& Of, std::wstring_view Property) {
+        const RegValue* const Value = Of.Value(Property);
+        return Value ? std::get<std::wstring>(*Value) : std::wstring();
+    }
+    static std::int32_t Number(const RegObject& Of, std::wstring_view Property) {
+        const RegValue* const Value = Of.Value(Property);
+        return Value ? std::get<std::int32_t>(*Value) : 0;
+    }
+    static const std::vector<RegObject>& Elements(const RegObject& Of, std::wstring_view List) {
+        return Of.Child(List)->Children;
+    }
+    const RegObject& Object(std::wstring_view Clsid, std::wstring_view Of) const {
+        return Objects.at(Name(Clsid, Of));
+    }
+    /// The names of a table's fields by tag.
+    std::map<std::int32_t, std::wstring> Tags(std::wstring_view Table) const {
+        std::map<std::int32_t, std::wstring> Found;
+        for (const RegObject& Field : Elements(Object(L"TABLE", Table), L"Fields"))
+            Found.emplace(Number(Field, L"Tag"), Field.Name);
+        return Found;
+    }
+
+    std::map<Name, RegObject> Objects;
+};
+
+TEST_F(DemoContent, NamesOnlyObjectsThatAreThere) {
+    struct Row {
+        std::wstring_view Clsid;
+        std::wstring_view List;  // empty: the object itself
+        std::wstring_view Property;
+        std::wstring_view Named;
+    };
+    constexpr Row kRows[] = {
+        {L"CATALOGUE", L"", L"Retrieval", L"RETRIEVAL"},
+        {L"CATALOGUE", L"", L"Table", L"TABLE"},
+        {L"CATALOGUE", L"", L"Profile", L"PROFILE"},
+        {L"CATALOGUE", L"", L"MirrorOf", L"CATALOGUE"},
+        {L"FILTER", L"", L"Table", L"TABLE"},
+        {L"IMPORT", L"", L"Procedure", L"IMPORTPROC"},
+        {L"IMPORT", L"", L"Retrieval", L"RETRIEVAL"},
+        {L"IMPORTPROC", L"", L"Table", L"TABLE"},
+        {L"IMPORTPROC", L"", L"MirrorOf", L"IMPORTPROC"},
+        {L"IMPORTPROC", L"Indexes", L"Table", L"TABLE"},
+        {L"PROFILE", L"", L"Table", L"TABLE"},
+        {L"PROFILE", L"", L"MirrorOf", L"PROFILE"},
+        {L"PROFILE", L"Fields", L"Profile", L"PROFILE"},
+        {L"PROFILE", L"Masters", L"Text", L"MATER"},
+        {L"REPOSITORY", L"", L"Table", L"TABLE"},
+        {L"RETRIEVAL", L"", L"MirrorOf", L"RETRIEVAL"},
+        {L"STEM", L"Fields", L"StopWord", L"STOPWORD"},
+        {L"TABLE", L"", L"Index", L"TABLE"},
+        {L"TABLE", L"Fields", L"LinkTable", L"TABLE"},
+        {L"TABLE", L"Fields", L"ValidationTable", L"TABLE"},
+        {L"TABLE", L"Sort", L"Text", L"SORT"},
+        {L"VCLIENT", L"", L"Retrieval", L"RETRIEVAL"},
+        {L"VCLIENT", L"", L"MirrorOf", L"VCLIENT"},
+        {L"WEBCLIENT", L"", L"MirrorOf", L"WEBCLIENT"},
+    };
+    for (const Row& Each : kRows) {
+        int Found = 0;
+        const auto Look = [&](const RegObject& In) {
+            const std::wstring Named = Text(In, Each.Property);
+            if (Named.empty()) return;
+            ++Found;
+            EXPECT_EQ(Objects.count(Name(Each.Named, Named)), 1U)
+                << Narrow(Each.Clsid) << ' ' << Narrow(Named);
+        };
+        for (const auto& [Key, Stored] : Objects) {
+            if (Key.first != Each.Clsid) continue;
+            if (Each.List.empty())
+                Look(Stored);
+            else
+                for (const RegObject& Element : Elements(Stored, Each.List)) Look(Element);
+        }
+        EXPECT_GT(Found, 0) << Narrow(Each.Clsid) << ' ' << Narrow(Each.Property);
+    }
+}
+
+TEST_F(DemoContent, IndexesAreIndexesAndRecordsHaveFields) {
+    constexpr std::int32_t kIndex = 1;
+    for (const auto& [Key, Stored] : Objects) {
+        if (Key.first != L"TABLE") continue;
+        const std::wstring Primary = Text(Stored, L"Index");
+        EXPECT_EQ(Number(Stored, L"Style") == kIndex, Primary.empty()) << Narrow(Key.second);
+        EXPECT_EQ(Number(Stored, L"Style") == kIndex, Elements(Stored, L"Fields").empty())
+            << Narrow(Key.second);
+        if (!Primary.empty()) {
+            EXPECT_EQ(Number(Object(L"TABLE", Primary), L"Style"), kIndex) << Narrow(Primary);
+        }
+    }
+    for (const auto& [Key, Stored] : Objects)
+        if (Key.first == L"REPOSITORY") {
+            bool Found = false;
+            for (const RegObject& Field : Elements(Object(L"TABLE", Text(Stored, L"Table")), L"Fields"))
+                Found = Found || Field.Name == Text(Stored, L"KeyField");
+            EXPECT_TRUE(Found) << Narrow(Key.second);
+        }
+}
+
+TEST_F(DemoContent, NoticesStandInGroups) {
+    const std::map<std::int32_t, std::wstring> All = Tags(L"NOTIZIE");
+    EXPECT_GE(All.size(), 60U);
+    std::map<std::int32_t, std::int32_t> Levels;  // by tag
+    int Members = 0;
+    for (const RegObject& Field : Elements(Object(L"TABLE", L"NOTIZIE"), L"Fields")) {
+        const std::int32_t Group = Number(Field, L"GroupTag");
+        const std::int32_t Level = Number(Field, L"Level");
+        EXPECT_TRUE(Levels.emplace(Number(Field, L"Tag"), Level).second) << Narrow(Field.Name);
+        if (Level == 1) {
+            EXPECT_TRUE(Group == 0 || Group == Number(Field, L"Tag")) << Narrow(Field.Name);
+        } else {
+            // The head stands before its members, one level up.
+            ASSERT_EQ(Levels.count(Group), 1U) << Narrow(Field.Name);
+            EXPECT_EQ(Levels[Group], Level - 1) << Narrow(Field.Name);
+            ++Members;
+        }
+    }
+    EXPECT_GT(Members, 30);
+}
+
+TEST_F(DemoContent, ImportsFeedFieldsThatTheirTableHas) {
+    for (const auto& [Key, Stored] : Objects) {
+        if (Key.first != L"IMPORTPROC") continue;
+        const std::map<std::int32_t, std::wstring> Fed = Tags(Text(Stored, L"Table"));
+        std::set<std::wstring> Scripts{L""};
+        for (const RegObject& Script : Elements(Stored, L"Scripts")) Scripts.insert(Script.Name);
+        std::set<std::int32_t> Read;
+        for (const RegObject& Field : Elements(Stored, L"Fields")) {
+            Read.insert(Number(Field, L"Tag"));
+            ASSERT_EQ(Fed.count(Number(Field, L"Tag")), 1U) << Narrow(Field.Name);
+            EXPECT_EQ(Fed.at(Number(Field, L"Tag")), Field.Name);
+            EXPECT_EQ(Scripts.count(Text(Field, L"Script")), 1U) << Narrow(Field.Name);
+        }
+        for (const RegObject& Index : Elements(Stored, L"Indexes")) {
+            const std::wstring Form = Text(Index, L"Key");
+            std::wstring Digits;
+            for (const wchar_t C : Form + L" ") {
+                if (C >= L'0' && C <= L'9') {
+                    Digits += C;
+                } else if (!Digits.empty()) {
+                    EXPECT_EQ(Read.count(std::stoi(Digits)), 1U) << Narrow(Form);
+                    Digits.clear();
+                }
+            }
+        }
+    }
+}
+
+TEST_F(DemoContent, MessagesSpeakFiveLanguages) {
+    const auto Look = [](const std::vector<RegObject>& Messages) {
+        for (const RegObject& Message : Messages) {
+            std::vector<std::wstring> Languages;
+            for (const RegObject& Each : Elements(Message, L"Message")) {
+                Languages.push_back(Text(Each, L"Language"));
+                EXPECT_FALSE(Text(Each, L"Text").empty()) << Narrow(Message.Name);
+            }
+            EXPECT_EQ(Languages, (std::vector<std::wstring>{L"ITA", L"ENG", L"FRE", L"GER", L"SPA"}))
+                << Narrow(Message.Name);
+        }
+        return Messages.size();
+    };
+    for (const auto& [Key, Stored] : Objects) {
+        if (Key.first == L"STRINGTABLE") Look(Elements(Stored, L"Messages"));
+        if (Key.first == L"VCLIENT") Look(Elements(*Stored.Child(L"Messages"), L"Message"));
+    }
+    EXPECT_EQ(Elements(Object(L"STRINGTABLE", L"CATALOGO"), L"Messages").size(), 25U);
+    EXPECT_EQ(Look(Elements(*Object(L"VCLIENT", L"LETTORI").Child(L"Messages"), L"Message")), 12U);
+}
+
+TEST_F(DemoContent, TheCardShowsItsTableFieldByField) {
+    for (const auto& [Profile, Table] :
+         {std::pair(L"SCHEDA", L"NOTIZIE"), std::pair(L"TESTATA", L"PERIODICI")}) {
+        const std::vector<RegObject>& Mapped = Elements(Object(L"PROFILE", Profile), L"Fields");
+        const std::vector<RegObject>& From = Elements(Object(L"TABLE", Table), L"Fields");
+        ASSERT_EQ(Mapped.size(), From.size());
+        for (std::size_t I = 0; I < From.size(); ++I) {
+            EXPECT_EQ(Number(Mapped[I], L"Tag"), Number(From[I], L"Tag"));
+            const RegObject& Label = Elements(Mapped[I], L"Captions").at(0);
+            EXPECT_EQ(Text(Label, L"Language"), L"ITA");
+            EXPECT_EQ(Text(Label, L"Text"), From[I].Name + L": ");
+        }
+    }
+    std::set<std::wstring> Languages;
+    for (const RegObject& Field : Elements(Object(L"PROFILE", L"SCHEDA"), L"Fields"))
+        for (const RegObject& Label : Elements(Field, L"Captions"))
+            Languages.insert(Text(Label, L"Language"));
+    EXPECT_EQ(Languages, (std::set<std::wstring>{L"ENG", L"FRE", L"GER", L"ITA", L"SPA"}));
+}
+
+TEST_F(DemoContent, ProfilesShowTagsOfTheirTable) {
+    std::map<std::wstring, std::size_t> Lists;  // elements of all profiles, by list
+    std::set<std::int32_t> Styles;
+    for (const auto& [Key, Stored] : Objects) {
+        if (Key.first != L"PROFILE") continue;
+        const std::map<std::int32_t, std::wstring> Known = Tags(Text(Stored, L"Table"));
+        std::set<std::int32_t> Once;
+        for (const RegObject& Field : Elements(Stored, L"Fields")) {
+            EXPECT_EQ(Known.count(Number(Field, L"Tag")), 1U) << Narrow(Key.second);
+            EXPECT_TRUE(Once.insert(Number(Field, L"Tag")).second) << Narrow(Key.second);
+        }
+        for (const RegObject& Format : Elements(Stored, L"Formats")) {
+            Styles.insert(Number(Format, L"Style") & 0xFF);
+            for (const RegObject& Cookie : Elements(Format, L"Cookies"))
+                EXPECT_EQ(Known.count(Number(Cookie, L"Tag")), 1U) << Narrow(Format.Name);
+        }
+        for (const wchar_t* const List : {L"Commands", L"Popups", L"Titles", L"RecHtml", L"LoanHtml",
+                                          L"Formats", L"LoanTables", L"Fields", L"Html", L"Masters"})
+            Lists[List] += Elements(Stored, List).size();
+    }
+    EXPECT_EQ(Lists.size(), 10U);
+    for (const auto& [List, Count] : Lists) EXPECT_GT(Count, 0U) << Narrow(List);
+    EXPECT_EQ(Styles, (std::set<std::int32_t>{1, 2})) << "banner and cooked";
 }
 
 TEST_F(Demo, RefusesAFolderThatHoldsAnInstallation) {
