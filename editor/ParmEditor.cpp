@@ -1,6 +1,8 @@
 #include "editor/ParmEditor.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 #include "records/Sections.h"
 
@@ -31,6 +33,14 @@ constexpr SectionRow<F> kFilter[] = {
     {L"FLAGS=", read::Flags<&F::Flags, kNoWords>, write::Flags<&F::Flags, kNoWords>},
     {L"MIRROROF=", read::Text<&F::MirrorOf>, write::Quoted<&F::MirrorOf>},
 };
+
+// A filter of a browse bears its name in its text.
+constexpr auto kBrowseFilter = [] {
+    std::array<SectionRow<F>, 1 + std::size(kFilter)> Rows{
+        {{L"NAME=", read::Upper<&F::Name>, write::Quoted<&F::Name>}}};
+    std::copy(std::begin(kFilter), std::end(kFilter), Rows.begin() + 1);
+    return Rows;
+}();
 
 using I = ImportRecord;
 constexpr SectionRow<I> kImport[] = {
@@ -228,6 +238,43 @@ constexpr SectionRow<A> kApplication[] = {
 };
 // clang-format on
 
+using W = BrowseRecord;
+// clang-format off
+constexpr SectionRow<W> kBrowse[] = {
+    {L"TABLE=", read::Upper<&W::Table>, write::Quoted<&W::Table>},
+    {L"PROFILE=", read::Upper<&W::Profile>, write::Quoted<&W::Profile>},
+    {L"HELP=", read::Upper<&W::Help>, write::Quoted<&W::Help>},
+    {L"HELPWWW=", read::Upper<&W::HelpWww>, write::Quoted<&W::HelpWww>},
+    {L"STEM=", read::Upper<&W::Stem>, write::Quoted<&W::Stem>},
+    {L"TIPS=", read::Upper<&W::Tips>, write::Quoted<&W::Tips>},
+    {L"TIPSWIDTH=", read::Long<&W::TipsWidth>, write::Number<&W::TipsWidth>},
+    {L"ROWS=", read::Long<&W::Rows>, write::Number<&W::Rows>},
+    {L"ICONS=", read::OneWord<&W::Icons, kBrowseIcons>, write::OneWord<&W::Icons, kBrowseIcons>},
+    {L"ACTION=", read::OneWord<&W::Action, kActionWords>, write::OneWord<&W::Action, kActionWords>},
+    {L"USECOOKED=", read::BoolOrIgnore<&W::UseCooked>, write::Bool<&W::UseCooked>},
+    {L"OPENRECORD=", read::BoolOrIgnore<&W::OpenRecord>, write::Bool<&W::OpenRecord>},
+    {L"REFERENCE=", read::OneWord<&W::Reference, kBrowseReferences>, write::OneWord<&W::Reference, kBrowseReferences>},
+    {L"AUTORUN=", read::BoolOrIgnore<&W::AutoRun>, write::Bool<&W::AutoRun>},
+    {L"MULTISEL=", read::BoolOrIgnore<&W::MultiSel>, write::Bool<&W::MultiSel>},
+    {L"TIPSALIGN=", read::OneWord<&W::TipsAlign, kAlignWords>, write::OneWord<&W::TipsAlign, kAlignWords>},
+    {L"TIPSBUTTONS=", read::Flags<&W::TipsButtons, kTipsButtonWords>, write::Flags<&W::TipsButtons, kTipsButtonWords>},
+    {L"TOOLTIPS=", read::Flags<&W::ToolTips, kToolTipWords>, write::Flags<&W::ToolTips, kToolTipWords>},
+    {L"BOOLOPS=", read::OneWord<&W::BoolOps, kBrowseBoolOps>, write::OneWord<&W::BoolOps, kBrowseBoolOps>},
+    {L"LARGEBUTT=", read::BoolOrIgnore<&W::LargeButt>, write::Bool<&W::LargeButt>},
+    {L"SHOWOCCS=", read::BoolOrIgnore<&W::ShowOccs>, write::Bool<&W::ShowOccs>},
+    {L"STEMAUTO=", read::BoolOrIgnore<&W::StemAuto>, write::Bool<&W::StemAuto>},
+    {L"FLAGS=", read::Flags<&W::Flags, kNoWords>, write::Flags<&W::Flags, kNoWords>},
+    {L"NOPOPUP=", read::BoolOrIgnore<&W::NoPopup>, write::Bool<&W::NoPopup>},
+    {L"STEMALIGN=", read::OneWord<&W::StemAlign, kAlignWords>, write::OneWord<&W::StemAlign, kAlignWords>},
+    {L"STEMDOCKED=", read::BoolOrIgnore<&W::StemDocked>, write::Bool<&W::StemDocked>},
+    {L"STEMIMMEDIATE=", read::BoolOrIgnore<&W::StemImmediate>, write::Bool<&W::StemImmediate>},
+    {L"STEMSIZABLE=", read::BoolOrIgnore<&W::StemSizable>, write::Bool<&W::StemSizable>},
+    {L"TIPSSIZABLE=", read::BoolOrIgnore<&W::TipsSizable>, write::Bool<&W::TipsSizable>},
+    {L"TOOLALIGN=", read::OneWord<&W::ToolAlign, kAlignWords>, write::OneWord<&W::ToolAlign, kAlignWords>},
+    {L"MIRROROF=", read::Text<&W::MirrorOf>, write::Quoted<&W::MirrorOf>},
+};
+// clang-format on
+
 using M = MessageRecord;
 constexpr SectionRow<M> kMessage[] = {
     {L"NAME=", read::Upper<&M::Name>, write::Quoted<&M::Name>},
@@ -338,6 +385,19 @@ bool DispTitleFont(const FontRecord& From, std::wstring& Buffer, const SaveFlags
 }
 bool DispMessageFont(const FontRecord& From, std::wstring& Buffer, const SaveFlags&) {
     return Disp(L"ParmEditor.DispMessageFont", kFont, From, Buffer);
+}
+
+bool SaveBrowse(BrowseRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return Save(L"ParmEditor.SaveBrowse", kBrowse, Into, Buffer, Flags);
+}
+bool DispBrowse(const BrowseRecord& From, std::wstring& Buffer, const SaveFlags&) {
+    return Disp(L"ParmEditor.DispBrowse", kBrowse, From, Buffer);
+}
+bool SaveBrowseFilter(FilterRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return Save(L"ParmEditor.SaveBrowseFilter", kBrowseFilter, Into, Buffer, Flags);
+}
+bool DispBrowseFilter(const FilterRecord& From, std::wstring& Buffer, const SaveFlags&) {
+    return Disp(L"ParmEditor.DispBrowseFilter", kBrowseFilter, From, Buffer);
 }
 
 bool SaveMessage(ParmList<MessageRecord>& Messages, std::int32_t Index, std::wstring& Buffer,

@@ -6,6 +6,7 @@
 
 #include "frame/vdbcModule.h"
 #include "records/ApplicationRecord.h"
+#include "records/BrowseRecord.h"
 #include "records/CatalogueRecord.h"
 #include "records/CommandRecord.h"
 #include "records/FilterRecord.h"
@@ -59,6 +60,13 @@ template <class Record>
 [[nodiscard]] bool SaveTitleFont(FontRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
 [[nodiscard]] bool DispTitleFont(const FontRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
 [[nodiscard]] bool DispMessageFont(const FontRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
+
+/// A browse, and one of its filters: NAME= and then what SaveFilter reads. The other elements of a browse are
+/// read and rendered by what many classes share, its popups as buttons.
+[[nodiscard]] bool SaveBrowse(BrowseRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispBrowse(const BrowseRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool SaveBrowseFilter(FilterRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispBrowseFilter(const FilterRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
 
 /// A system message, NAME= and DESC=: the one at place `Index` of its list. In strict mode a name that is
 /// empty or that another message of the list bears is refused.

@@ -24,15 +24,26 @@ std::wstring FolderKey(std::wstring_view Word) {
     return Key.append(L"-").append(std::to_wstring(CoreUtil::Instance().NextNodeId()));
 }
 
-void AddFolderNode(DesignTree& Tree, std::wstring_view Relative, std::int32_t Relationship,
-                   std::wstring_view Key, std::wstring_view Text, std::wstring_view Kind) {
-    Tree.AddNode({.Relative = Relative,
-                  .Relationship = Relationship,
-                  .Key = Key,
-                  .Text = Text,
-                  .Image = image::kFolder,
-                  .SelectedImage = image::kFolderOpen,
-                  .Kind = Kind});
+void Add(DesignTree& Tree, MadeBy By, const NewNode& Node) {
+    if (By == MadeBy::AddIconNode)
+        Tree.AddIconNode(Node);
+    else
+        Tree.AddNode(Node);
+}
+
+MadeBy MakerOf(std::optional<std::int32_t> Icon) { return Icon ? MadeBy::AddIconNode : MadeBy::AddNode; }
+
+void AddFolderNode(DesignTree& Tree, std::optional<std::int32_t> Icon, std::wstring_view Relative,
+                   std::int32_t Relationship, std::wstring_view Key, std::wstring_view Text,
+                   std::wstring_view Kind) {
+    Add(Tree, MakerOf(Icon),
+        {.Relative = Relative,
+         .Relationship = Relationship,
+         .Key = Key,
+         .Text = Text,
+         .Image = Icon.value_or(image::kFolder),
+         .SelectedImage = Icon.value_or(image::kFolderOpen),
+         .Kind = Kind});
 }
 
 }  // namespace
@@ -59,33 +70,43 @@ Place PlaceOf(const DesignTree& Tree, const Head& At, std::size_t Owners, Self L
 void AddElementNodes(DesignTree& Tree, const ElementShape& Shape, std::wstring_view Caption,
                      std::span<const std::wstring> InnerCaptions, std::wstring& Key,
                      std::optional<std::int32_t> Relationship) {
+    const std::optional<std::int32_t> Below = Shape.Icon ? std::optional(image::kLeaf) : std::nullopt;
     const std::wstring Element = FolderKey(Shape.Word);
-    AddFolderNode(Tree, Relationship ? std::wstring_view(Key) : Shape.Word,
+    AddFolderNode(Tree, Shape.Icon, Relationship ? std::wstring_view(Key) : Shape.Word,
                   Relationship.value_or(relation::kChild), Element, Caption, Shape.Kind);
     const std::wstring Parms = FolderKey(Shape.ParmsWord);
-    AddFolderNode(Tree, Element, relation::kChild, Parms, Shape.ParmsCaption, kind::kPlain);
-    Tree.AddNode({.Relative = Parms,
-                  .Relationship = relation::kChild,
-                  .Key = LeafKey(Shape.ParmsLeaf, Shape.ParmsWord, Parms),
-                  .Text = Shape.ParmsCaption});
+    AddFolderNode(Tree, Below, Element, relation::kChild, Parms, Shape.ParmsCaption, kind::kPlain);
+    Add(Tree, MakerOf(Shape.Icon),
+        {.Relative = Parms,
+         .Relationship = relation::kChild,
+         .Key = LeafKey(Shape.ParmsLeaf, Shape.ParmsWord, Parms),
+         .Text = Shape.ParmsCaption});
     if (!Shape.InnerWord.empty()) {
         const std::wstring Inner = FolderKey(Shape.InnerWord);
-        AddFolderNode(Tree, Element, relation::kChild, Inner, Shape.InnerCaption, Shape.InnerKind);
+        AddFolderNode(Tree, Below, Element, relation::kChild, Inner, Shape.InnerCaption, Shape.InnerKind);
         for (const std::wstring& Text : InnerCaptions)
-            Tree.AddNode({.Relative = Inner,
-                          .Relationship = relation::kChild,
-                          .Key = LeafKey(Shape.InnerLeaf, Shape.InnerWord, Inner),
-                          .Text = Text});
+            Add(Tree, MakerOf(Shape.Icon),
+                {.Relative = Inner,
+                 .Relationship = relation::kChild,
+                 .Key = LeafKey(Shape.InnerLeaf, Shape.InnerWord, Inner),
+                 .Text = Text});
     }
     Key = Element;
 }
 
+void NeedsEveryNode(const DesignTree& Tree, const std::wstring& Folder, const ParmListBase& Elements) {
+    const std::int32_t Count = Elements.Count();
+    if ((Count > 0 && Tree.NodeAt(Folder, Count).empty()) || !Tree.NodeAt(Folder, Count + 1).empty())
+        Raise(L"Salvare l'oggetto e riaprirlo per visualizzare le modifiche.");
+}
+
 bool SetInnerNode(DesignTree& Tree, std::wstring_view Caption, std::wstring& Key,
-                  std::optional<std::int32_t> Relationship, LeafKeys Keys, std::wstring_view Word) {
+                  std::optional<std::int32_t> Relationship, LeafKeys Keys, std::wstring_view Word,
+                  MadeBy By) {
     const std::int32_t Stands = Relationship.value_or(relation::kChild);
     const std::wstring Folder = Stands == relation::kChild ? Key : Above(Tree, Key);
     std::wstring Made = LeafKey(Keys, Word, Folder);
-    Tree.AddNode({.Relative = Key, .Relationship = Stands, .Key = Made, .Text = Caption});
+    Add(Tree, By, {.Relative = Key, .Relationship = Stands, .Key = Made, .Text = Caption});
     Key = std::move(Made);
     return false;
 }

@@ -60,6 +60,8 @@ Place PlaceOf(const DesignTree& Tree, const Head& At, std::size_t Owners, Self L
 /// leaf, and `FIELDCAPTION-<id>` with a leaf for each entry of an inner list. Keys of leaves are the section
 /// word or the key of their folder, a blank and an id.
 enum class LeafKeys { OfSection, OfFolder };
+/// The operation of the tree that makes a node. An icon node has one image for both states.
+enum class MadeBy { AddNode, AddIconNode };
 struct ElementShape {
     std::wstring_view Word;
     std::wstring_view ParmsWord;
@@ -70,6 +72,9 @@ struct ElementShape {
     std::wstring_view InnerKind = kind::kSubList;
     LeafKeys InnerLeaf = LeafKeys::OfFolder;
     std::wstring_view Kind = kind::kElement;
+    /// Image of the element's node. Where it is given, that node and all below it are made by AddIconNode,
+    /// those below with the image of leaves; else they are folders and leaves.
+    std::optional<std::int32_t> Icon{};
 };
 
 /// Builds them, as a child of the folder Shape.Word or in `Relationship` to the node whose key `Key` holds.
@@ -82,7 +87,7 @@ void AddElementNodes(DesignTree& Tree, const ElementShape& Shape, std::wstring_v
 /// that key; its own key is that of its folder (or the section word), a blank and an id.
 [[nodiscard]] bool SetInnerNode(DesignTree& Tree, std::wstring_view Caption, std::wstring& Key,
                                 std::optional<std::int32_t> Relationship, LeafKeys Keys = LeafKeys::OfFolder,
-                                std::wstring_view Word = {});
+                                std::wstring_view Word = {}, MadeBy By = MadeBy::AddNode);
 /// SetNode as a row of a table calls it.
 [[nodiscard]] bool SetLeaf(DesignTree& Tree, std::wstring_view Word, std::wstring_view Caption,
                            std::wstring& Key, std::optional<std::int32_t> Relationship);
@@ -100,7 +105,8 @@ std::vector<std::wstring> CaptionsOf(const List& Elements, Caption&& Of) {
 /// Where a new element goes: to the end, or behind the selected one where an element is selected.
 enum class NewAt { End, BehindSelected };
 enum class Move : bool { No, Yes };
-enum class Delete : bool { No, Yes };
+/// One: the single element even where all of the folder are asked for.
+enum class Delete { No, Yes, One };
 
 /// A list section of the record `R`: which list, how a new element comes into it, how an element's node is
 /// made.
@@ -190,12 +196,14 @@ bool Leaf(DesignTree& Tree, typename L::Record& Record, const Place& At, std::in
     return SetLeaf(Tree, Word, Caption(L::Of(Record, At).Item(Index)), Key, Relationship);
 }
 /// A leaf of an inner list, whose caption while it is new may be another one.
-template <class L, const std::wstring_view& Word, LeafKeys Keys, auto NewCaption, auto Caption>
+template <class L, const std::wstring_view& Word, LeafKeys Keys, auto NewCaption, auto Caption,
+          MadeBy By = MadeBy::AddNode>
 bool InnerLeaf(DesignTree& Tree, typename L::Record& Record, const Place& At, std::int32_t Index,
                std::wstring& Key, std::optional<std::int32_t> Relationship) {
     const auto& Element = L::Of(Record, At).Item(Index);
     const bool New = Relationship == relation::kChild;
-    return SetInnerNode(Tree, New ? NewCaption(Element) : Caption(Element), Key, Relationship, Keys, Word);
+    return SetInnerNode(Tree, New ? NewCaption(Element) : Caption(Element), Key, Relationship, Keys, Word,
+                        By);
 }
 
 /// Loads the folder of a list section: a node for each element.
@@ -229,6 +237,10 @@ std::wstring FolderOfSection(const DesignTree& Tree, const ListSection<R>& Secti
     return Folder;
 }
 
+/// Raises where the folder shows other elements than the list has: a tool has changed the list since the tree
+/// was built, and a further element would stand at different places in the two.
+void NeedsEveryNode(const DesignTree& Tree, const std::wstring& Folder, const ParmListBase& Elements);
+
 /// A new element of a list section, its node below the section's folder or behind the selected one. An
 /// element whose node can't be made is taken out again.
 template <class R>
@@ -242,6 +254,7 @@ template <class R>
         return false;
     }
     const Place Owners = PlaceOf(Tree, At, Section.Owners, Self::No);
+    NeedsEveryNode(Tree, Folder, Section.List(Record, Owners));
     const bool Behind = Section.Adds == NewAt::BehindSelected && StandsIn(Tree, At.CurrItem, Folder);
     std::wstring Key = Behind ? At.CurrItem : Folder;
     const std::int32_t Index = Section.New(Record, Owners, Behind ? Tree.NodeId(At.CurrItem) : 0);
@@ -249,11 +262,14 @@ template <class R>
     struct Addition {
         ParmListBase& List;
         const std::int32_t Index;
+        HalfBuilt Node;
         bool Shown = false;
         ~Addition() {
-            if (!Shown) List.Remove(Index);
+            if (Shown) return;
+            Node.TakeOut();
+            List.Remove(Index);
         }
-    } Added{Section.List(Record, Owners), Index};
+    } Added{Section.List(Record, Owners), Index, HalfBuilt(Tree, Folder, Index)};
     if (Section.Build(Tree, Record, Owners, Index, Key, Behind ? relation::kAfter : relation::kChild))
         return true;
     Added.Shown = true;
@@ -292,14 +308,15 @@ template <class R, class Rows>
         if (At.CurrItem == Folder) return false;
         if (!StandsIn(Tree, At.CurrItem, Folder)) return true;
         const Place Owners = PlaceOf(Tree, At, Section->Owners, Self::No);
-        return MoveElement(Tree, Section->List(Record, Owners), At, Direction,
+        return MoveElement(Source, Tree, Section->List(Record, Owners), At, Direction,
                            [&](std::int32_t Index, std::wstring& Key, std::int32_t Relationship) {
                                return Section->Build(Tree, Record, Owners, Index, Key, Relationship);
                            });
     });
 }
 
-/// DeleteData: with `Group` the whole list, else the element at At.Index.
+/// DeleteData: with `Group` the whole list, else, and always where a section deletes one at a time, the
+/// element at At.Index.
 template <class R, class Rows>
 [[nodiscard]] bool DeleteData(std::wstring_view Source, DesignTree& Tree, R& Record, const Rows& Lists,
                               const Head& At, bool Group) {
@@ -308,7 +325,8 @@ template <class R, class Rows>
         if (!Section || Section->Deletes == Delete::No) return false;
         const std::wstring Folder = FolderOfSection(Tree, *Section, At);
         const Place Owners = PlaceOf(Tree, At, Section->Owners, Self::No);
-        DeleteElement(Tree, Section->List(Record, Owners), Folder, At, Group);
+        DeleteElement(Tree, Section->List(Record, Owners), Folder, At,
+                      Group && Section->Deletes != Delete::One);
         return false;
     });
 }

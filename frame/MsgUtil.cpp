@@ -54,4 +54,13 @@ bool UnpackServer(std::wstring_view Packed, std::wstring& Main, std::vector<std:
     return false;
 }
 
+std::wstring FilterText(std::wstring_view Text) {
+    std::wstring Filtered(Text);
+    for (wchar_t& C : Filtered) {
+        const auto Code = static_cast<std::uint32_t>(C);
+        if ((Code < 0x20 && C != L'\t') || (Code >= 0x7F && Code <= 0x9F)) C = L' ';
+    }
+    return Filtered;
+}
+
 }  // namespace kv::MsgUtil

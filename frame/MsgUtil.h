@@ -1,4 +1,4 @@
-// The texts of the numbered messages, and the packed form of a server and its arguments.
+// The texts of the numbered messages, the packed form of a server and its arguments, and the filter of texts.
 #pragma once
 
 #include <cstdint>
@@ -20,5 +20,10 @@ std::wstring PackServer(std::wstring_view Main, const std::vector<std::wstring>&
 /// when `Packed` is no such text.
 [[nodiscard]] bool UnpackServer(std::wstring_view Packed, std::wstring& Main,
                                 std::vector<std::wstring>& Others);
+
+/// A text as it may stand in a line: each control character but the tab becomes a blank (codes 0 to 31 and
+/// 127 to 159, so line ends too), all else stays. The length stays with it, no pair of code units is parted,
+/// and a text that has passed once passes again unchanged: what is filtered on the way in comes out as it is.
+std::wstring FilterText(std::wstring_view Text);
 
 }  // namespace kv::MsgUtil

@@ -268,6 +268,17 @@ struct LongReader {
         Into.*Member = StrUtil::ToLong(StrUtil::Number(P.Value));
     }
 };
+template <auto Member>
+struct PercentReader {
+    template <class Scratch>
+    static void Run(Scratch& Into, Parm& P) {
+        const double Percent = StrUtil::Number(P.Value);
+        if (Percent < 0 || Percent > 100)
+            P.BadIfStrict();
+        else
+            Into.*Member = StrUtil::ToLong(Percent);
+    }
+};
 
 /// Unquoted, case kept.
 template <auto Member>
@@ -287,6 +298,10 @@ inline constexpr Row<LongReader<Member>> Long{};
 /// The numeric value as a byte; beyond it the fault "Overflow".
 template <auto Member>
 inline constexpr Row<ByteReader<Member>> Byte{};
+/// A number that is 0 to 100 as typed, then rounded; another is refused in strict mode and leaves the member
+/// alone else.
+template <auto Member>
+inline constexpr Row<PercentReader<Member>> Percent{};
 /// Flag words joined by "|", each adding its bit; "NONE" or empty clears (Parm::AddFlags).
 template <auto Member, const auto& Words>
 inline constexpr Row<FlagsReader<Member, Words>> Flags{};

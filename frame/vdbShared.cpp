@@ -15,14 +15,19 @@ void StartTree(DesignTree& Tree, const RegData& Clsid) {
                   .Kind = kind::kPlain});
 }
 
-void AddFolder(DesignTree& Tree, std::wstring_view Key, std::wstring_view Caption, std::wstring_view Kind) {
-    Tree.AddNode({.Relative = kRootKey,
+void AddFolder(DesignTree& Tree, std::wstring_view Key, std::wstring_view Caption, std::wstring_view Kind,
+               std::wstring_view Parent) {
+    Tree.AddNode({.Relative = Parent,
                   .Relationship = relation::kChild,
                   .Key = Key,
                   .Text = Caption,
                   .Image = image::kFolder,
                   .SelectedImage = image::kFolderOpen,
                   .Kind = Kind});
+}
+
+void AddFolders(DesignTree& Tree, std::span<const FolderRow> Rows) {
+    for (const FolderRow& Row : Rows) AddFolder(Tree, Row.Word, Row.Caption, Row.Kind, Row.Parent);
 }
 
 void AddLeaf(DesignTree& Tree, std::wstring_view Section, std::wstring_view Caption) {
@@ -48,9 +53,28 @@ void SetNode(DesignTree& Tree, std::wstring_view Name, std::wstring_view Caption
     NewKey = std::move(Key);
 }
 
-void AddPlainLeaf(DesignTree& Tree, const Head& At, std::wstring& NewItemKey) {
-    SetNode(Tree, At.Key, At.Key, NewItemKey);
+namespace {
+
+void AddFurtherLeaf(DesignTree& Tree, const Head& At, std::wstring_view Caption, std::wstring& NewItemKey) {
+    std::wstring Folder = Tree.HasNode(At.CurrFolder) ? FolderOf(Tree, At.CurrFolder) : std::wstring();
+    if (SectionWord(Folder) == At.Key) {
+        SetNode(Tree, At.Key, Caption, Folder, relation::kChild);
+        NewItemKey = std::move(Folder);
+    } else {
+        SetNode(Tree, At.Key, Caption, NewItemKey);
+    }
     Tree.MarkModified(true);
+}
+
+}  // namespace
+
+void AddPlainLeaf(DesignTree& Tree, const Head& At, std::wstring& NewItemKey) {
+    AddFurtherLeaf(Tree, At, At.Key, NewItemKey);
+}
+
+void AddNamelessLeaf(DesignTree& Tree, const Head& At, std::wstring& NewItemKey) {
+    CoreUtil::Instance().Door().Beep();
+    AddFurtherLeaf(Tree, At, {}, NewItemKey);
 }
 
 void ShowCaption(DesignTree& Tree, std::wstring_view Key, std::wstring Caption, std::wstring& NewItemKey) {

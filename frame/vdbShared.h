@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -45,9 +46,18 @@ template <class Record>
 
 /// Takes all nodes out and adds the root with the object's name.
 void StartTree(DesignTree& Tree, const RegData& Clsid);
-/// Adds a folder below the root.
+/// Adds a folder below the root, or below another folder.
 void AddFolder(DesignTree& Tree, std::wstring_view Key, std::wstring_view Caption,
-               std::wstring_view Kind = kind::kPlain);
+               std::wstring_view Kind = kind::kPlain, std::wstring_view Parent = kRootKey);
+/// A folder as an item's table states it; a list has the kind of one.
+struct FolderRow {
+    std::wstring_view Word;
+    std::wstring_view Caption;
+    std::wstring_view Kind = kind::kList;
+    std::wstring_view Parent = kRootKey;
+};
+/// Adds the folders of a table in its order.
+void AddFolders(DesignTree& Tree, std::span<const FolderRow> Rows);
 /// Adds a leaf, key `<section> <fresh id>`, as the last child of the folder `Section`.
 void AddLeaf(DesignTree& Tree, std::wstring_view Section, std::wstring_view Caption);
 /// Starts the tree with the one folder "PARMS" and its leaf.
@@ -60,8 +70,11 @@ void StartPlainTree(DesignTree& Tree, const RegData& Clsid);
 void SetNode(DesignTree& Tree, std::wstring_view Name, std::wstring_view Caption, std::wstring& NewKey,
              std::optional<std::int32_t> Relationship = {}, bool NoNode = false);
 
-/// EditData of a section without a list: a further leaf whose caption is the section word.
+/// EditData of a section without a list: a further leaf below the folder of the section that is selected, or
+/// else below the one that the section word names. Its caption is the section word; a class whose list
+/// sections have captions of their own knows none for it: the leaf is nameless, and the beep sounds.
 void AddPlainLeaf(DesignTree& Tree, const Head& At, std::wstring& NewItemKey);
+void AddNamelessLeaf(DesignTree& Tree, const Head& At, std::wstring& NewItemKey);
 
 /// Writes the caption of an element whose section was saved into its node and hands it back.
 void ShowCaption(DesignTree& Tree, std::wstring_view Key, std::wstring Caption, std::wstring& NewItemKey);
@@ -74,13 +87,33 @@ std::wstring FolderOf(const DesignTree& Tree, const std::wstring& Key);
 /// Whether the selected node is an element of a list.
 bool IsElement(const DesignTree& Tree, const Head& At);
 
+/// The place of a folder where a node is about to be built. A builder that fails halfway leaves what it has
+/// made so far.
+class HalfBuilt {
+  public:
+    HalfBuilt(DesignTree& Tree, std::wstring Folder, std::int32_t Place)
+        : Tree_(Tree), Folder_(std::move(Folder)), Place_(Place), Before_(Tree.NodeAt(Folder_, Place)) {}
+    /// Takes out what stands there now and did not before.
+    void TakeOut() {
+        const std::wstring Now = Tree_.NodeAt(Folder_, Place_);
+        if (!Now.empty() && Now != Before_) Tree_.RemoveNode(Now);
+    }
+
+  private:
+    DesignTree& Tree_;
+    std::wstring Folder_;
+    std::int32_t Place_;
+    std::wstring Before_;
+};
+
 /// MoveData of a list section: moves the selected element inside `List`, then has the item build its node
 /// anew through `Rebuild(NewIndex, Key, Relationship)`, where Key holds the neighbour's key and comes back as
 /// the new node's (True on failure), and hands that back in At.CurrItem. True when there is nowhere to go:
-/// nothing has changed. A node that could not be built goes back to where it was, and the element with it.
+/// nothing has changed. A node that could not be built goes back to where it was, and the element with it;
+/// the failure is told under `Source`.
 template <class Builder>
-[[nodiscard]] bool MoveElement(DesignTree& Tree, ParmListBase& List, Head& At, std::int32_t Direction,
-                               Builder&& Rebuild) {
+[[nodiscard]] bool MoveElement(std::wstring_view Source, DesignTree& Tree, ParmListBase& List, Head& At,
+                               std::int32_t Direction, Builder&& Rebuild) {
     if (!IsElement(Tree, At)) return true;
     Tree.SelectNode(At.CurrItem);
     const std::int32_t OldIndex = Tree.NodeId(At.CurrItem);
@@ -90,10 +123,12 @@ template <class Builder>
     const std::int32_t Forward = Direction > 0 ? relation::kBefore : relation::kAfter;
     const std::int32_t Back = Direction > 0 ? relation::kAfter : relation::kBefore;
     std::wstring Key = Neighbour;
-    if (Trap(L"vdbShared.MoveElement", [&] { return Rebuild(NewIndex, Key, Forward); })) {
+    HalfBuilt Node(Tree, FolderOf(Tree, Neighbour), NewIndex);
+    if (Trap(Source, [&] { return Rebuild(NewIndex, Key, Forward); })) {
+        Node.TakeOut();
         List.Move(NewIndex, OldIndex);
         Key = Neighbour;
-        static_cast<void>(Trap(L"vdbShared.MoveElement", [&] { return Rebuild(OldIndex, Key, Back); }));
+        static_cast<void>(Trap(Source, [&] { return Rebuild(OldIndex, Key, Back); }));
         return true;
     }
     At.CurrItem = Key;

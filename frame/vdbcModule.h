@@ -152,6 +152,11 @@ template <class Element>
 std::wstring FieldCaptionNode(const Element& Of) {
     return L"Campo: " + Of.Text;
 }
+/// The same of the first of a field's captions; "Campo: ????" for a field without any.
+template <class List>
+std::wstring FirstCaptionNode(const List& Captions) {
+    return Captions.Count() == 0 ? L"Campo: ????" : FieldCaptionNode(Captions.Item(1));
+}
 /// "Campo: " and the tag in five digits.
 template <class Element>
 std::wstring FieldNode(const Element& Of) {
@@ -206,6 +211,23 @@ template <class Command>
     });
 }
 
+// The columns of a ladder and of a renderer for an alignment.
+
+namespace read {
+/// An unknown word is refused in strict and in lax mode, as one of the row's keyword.
+template <auto Member, class Scratch>
+bool Align(Scratch& Into, Parm& P) {
+    return TipsSetAlignment(P.Value, Into.*Member, P.Keyword);
+}
+}  // namespace read
+
+namespace write {
+template <auto Member, class Record>
+bool Align(Record& From, std::wstring_view Keyword, LineWriter& Out) {
+    return TipsGetAlignment(From.*Member, Out.Buffer, Out.Indent, Keyword);
+}
+}  // namespace write
+
 // The columns of ListSection and ElementSection for a list `L` of buttons.
 
 /// A button whose code the operator is to replace.
@@ -215,6 +237,13 @@ std::int32_t NewCommandIn(typename L::Record& Record, const Place& At, std::int3
     std::remove_cvref_t<decltype(Commands.Item(1))> Fresh;
     Fresh.Code = L"?????";
     return vdbShared::NewElement(Commands, After, std::move(Fresh));
+}
+/// The same with one tool tip to begin with.
+template <class L>
+std::int32_t NewCommandWithTipIn(typename L::Record& Record, const Place& At, std::int32_t After) {
+    const std::int32_t Made = NewCommandIn<L>(Record, At, After);
+    vdbShared::NewElement(L::Of(Record, At).Item(Made).ToolTips, 0);
+    return Made;
 }
 template <class L>
 bool SetCommandNode(DesignTree& Tree, typename L::Record& Record, const Place& At, std::int32_t Index,

@@ -81,12 +81,12 @@ struct ApplicationRecord final : Stored<ApplicationRecord> {
     std::wstring LoanPath;
     std::int32_t Format = 0;        // kClientFormats
     std::int32_t PrinterFlags = 0;  // kPrinterFlags
-    // Ceilings; -1 for none.
-    std::int32_t PrnMaxItems = -1;
-    std::int32_t PrnMaxRecs = -1;
+    // Ceilings; kNoCeiling for none.
+    std::int32_t PrnMaxItems = kNoCeiling;
+    std::int32_t PrnMaxRecs = kNoCeiling;
     std::int32_t FileFlags = 0;  // kFileFlags
-    std::int32_t FileMaxItems = -1;
-    std::int32_t FileMaxRecs = -1;
+    std::int32_t FileMaxItems = kNoCeiling;
+    std::int32_t FileMaxRecs = kNoCeiling;
     bool OutputUserLog = false;
     std::wstring LogFile;
     std::wstring MirrorOf;  // the application that this one mirrors

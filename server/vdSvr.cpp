@@ -15,6 +15,12 @@
 #include "items/definitions/diStopWord.h"
 #include "items/definitions/diStringTable.h"
 #include "items/definitions/diTable.h"
+#include "items/navigation/diBrowse.h"
+#include "items/navigation/diHelp.h"
+#include "items/navigation/diMenu.h"
+#include "items/navigation/diQuery.h"
+#include "items/navigation/diSetOp.h"
+#include "items/navigation/diWebServer.h"
 #include "items/services/diCatalogue.h"
 #include "items/services/diFilter.h"
 #include "items/services/diImport.h"
@@ -40,20 +46,26 @@ struct ClassRow {
 constexpr ClassRow kClasses[] = {
     {L"VCLIENT", Make<diApplication>},
     {L"RETRIEVAL", Make<diRetrieval>},
+    {L"BROWSE", Make<diBrowse>},
     {L"CATALOGUE", Make<diCatalogue>},
     {L"FILTER", Make<diFilter>},
+    {L"HELP", Make<diHelp>},
     {L"IMPORT", Make<diImport>},
     {L"IMPORTPROC", Make<diImportProc>},
     {L"MATER", Make<diMater>},
     {L"MEMBER", Make<diMember>},
+    {L"MENU", Make<diMenu>},
     {L"PROFILE", Make<diProfile>},
+    {L"QUERY", Make<diQuery>},
     {L"REPOSITORY", Make<diRepository>},
+    {L"SETOPS", Make<diSetOp>},
     {L"SORT", Make<diSort>},
     {L"STEM", Make<diStem>},
     {L"STOPWORD", Make<diStopWord>},
     {L"STRINGTABLE", Make<diStringTable>},
     {L"TABLE", Make<diTable>},
     {L"WEBCLIENT", Make<diWebClient>},
+    {L"WEBSERVER", Make<diWebServer>},
 };
 // clang-format on
 

@@ -66,7 +66,7 @@ struct Messages {
 };
 using Texts = InElement<Messages, &MessageRecord::Message>;
 
-// Nothing in this tree bears a kind.
+// A message and what hangs below it bear no kind.
 constexpr vdbShared::ElementShape kMsgShape{.Word = kMessages,
                                             .ParmsWord = kMessageParms,
                                             .ParmsCaption = L"Parametri",
@@ -139,11 +139,7 @@ constexpr ElementSection<R> kSections[] = {
 };
 // clang-format on
 
-struct FolderRow {
-    std::wstring_view Word;
-    std::wstring_view Caption;
-};
-constexpr FolderRow kFolders[] = {
+constexpr vdbShared::FolderRow kFolders[] = {
     {kFormFonts, L"Font per le form"},
     {kMessageFonts, L"Font per i messaggi"},
     {kTitleFonts, L"Font per i titoli"},
@@ -174,7 +170,7 @@ bool diApplication::LoadData(RegData& Clsid) {
     return Trap(L"diApplication.LoadData", [&] {
         if (vdbShared::LoadFresh(Record_, Clsid) || Tree().SetTools(kTools)) return true;
         vdbShared::StartPlainTree(Tree(), Clsid);
-        for (const FolderRow& Row : kFolders) vdbShared::AddFolder(Tree(), Row.Word, Row.Caption);
+        vdbShared::AddFolders(Tree(), kFolders);
         return vdbShared::BuildLists(Tree(), Record(), kLists) ||
                BooleanDefaults(Tree(), kParms, L"ALLOWSHUTDOWN=") ||
                ActionDefaults(Tree(), kParms, L"STARTACTION=") || AddChoices(Tree(), kChoices);
@@ -227,12 +223,10 @@ bool diApplication::DispData(const Head& At, std::wstring& Buffer, bool External
 
 bool diApplication::TlbrButtonClick(const std::wstring& Method, const std::wstring&, const std::wstring&,
                                     const std::wstring&) {
-    const bool Failed = Trap(L"diApplication.TlbrButtonClick", [&] {
+    return vdbShared::RunTool(L"diApplication.TlbrButtonClick", [&] {
         return Method == L"CONSTANTS" &&
                ExportFieldsToConsts(kClassWord, TagMessagesOf(Record().Messages.Message));
     });
-    if (Failed) CoreUtil::Instance().ShowLastError();
-    return Failed;
 }
 
 bool diApplication::CopyData(const Head&, bool, ClipItem& DataObj) {

@@ -47,13 +47,8 @@ constexpr std::wstring_view kFields = L"FIELDS";
 constexpr std::wstring_view kFieldParms = L"FIELDPARMS";
 constexpr std::wstring_view kFieldCaption = L"FIELDCAPTION";
 
-struct FolderRow {
-    std::wstring_view Word;
-    std::wstring_view Caption;
-};
-
 // The folders but that of HTML, which comes behind the nodes of all others. TEXTFONTS has none.
-constexpr FolderRow kFolders[] = {
+constexpr vdbShared::FolderRow kFolders[] = {
     {kCommands, L"Pulsanti"},
     {kPopups, L"Popup"},
     {kTitles, L"Titolo"},
@@ -243,8 +238,7 @@ bool diProfile::LoadData(RegData& Clsid) {
     return Trap(L"diProfile.LoadData", [&] {
         if (vdbShared::LoadFresh(Record_, Clsid) || Tree().SetTools(kTools)) return true;
         vdbShared::StartPlainTree(Tree(), Clsid);
-        for (const FolderRow& Row : kFolders)
-            vdbShared::AddFolder(Tree(), Row.Word, Row.Caption, kind::kList);
+        vdbShared::AddFolders(Tree(), kFolders);
         for (const ListSection<R>& List : kLists) {
             if (List.Word == kHtml) vdbShared::AddFolder(Tree(), kHtml, L"WWW Templates", kind::kList);
             if (List.Owners == 0 && vdbShared::BuildList(Tree(), Record(), List)) return true;
@@ -292,7 +286,7 @@ bool diProfile::ExportData(RegData& Clsid, std::wstring& Buffer) {
 
 bool diProfile::EditData(const Head& At, std::wstring& NewItemKey) {
     return vdbShared::EditData(L"diProfile.EditData", Tree(), Record(), kLists, At, NewItemKey, [&] {
-        if (At.Key == kParms || At.Key == kFieldParms) vdbShared::AddPlainLeaf(Tree(), At, NewItemKey);
+        if (At.Key == kParms || At.Key == kFieldParms) vdbShared::AddNamelessLeaf(Tree(), At, NewItemKey);
         return false;
     });
 }

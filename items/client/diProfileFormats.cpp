@@ -24,6 +24,7 @@ struct FormatText : FormatRecord {
 
 constexpr std::wstring_view kTag = L"TAG=";
 constexpr std::wstring_view kLang = L"LANG=";
+constexpr std::wstring_view kExportArg = L"EXPORTARG=";
 
 // TAG= and LANG= stand in pairs and repeat: each is noted under a name of its own, only to be the last one.
 void NoteLine(std::wstring_view Keyword) {
@@ -88,7 +89,7 @@ constexpr LadderRow<FormatText> kFormatLadder[] = {
     {L"DEFSTYLE=", read::BoolOrTrue<&F::DefStyle>},
     {L"DISPTYPE=", ReadDispType},
     {L"EXPORTSVR=", read::Text<&FormatText::ServerName>},
-    {L"EXPORTARG=",
+    {kExportArg,
      [](FormatText& Into, Parm& P) {
          P.Unquote();
          if (P.Value.empty()) return false;
@@ -113,7 +114,8 @@ void CheckFormat(const F& Read) {
 
 // A format without a style shows as BANNER.
 bool WriteStyle(const F& From, std::wstring_view Keyword, LineWriter& Out) {
-    std::wstring Style((From.Style & kFormatStyleBits) == kFormatCooked ? L"COOKED" : L"BANNER");
+    const std::wstring_view Known = WordOf(kFormatStyles, From.Style & kFormatStyleBits);
+    std::wstring Style(Known.empty() ? kFormatStyles[0].Text : Known);
     if (const std::wstring Flags = JoinSetWords(kFormatStyleFlags, From.Style); !Flags.empty())
         Style.append(L"|").append(Flags);
     Out.Plain(Keyword, Style);
@@ -122,14 +124,18 @@ bool WriteStyle(const F& From, std::wstring_view Keyword, LineWriter& Out) {
 
 // A pair without a tag is a comment; the last pair is one to copy from.
 bool WriteCookies(const F& From, std::wstring_view, LineWriter& Out) {
+    const auto Pair = [&](std::wstring_view Mark, std::wstring_view Tag, std::wstring_view Language) {
+        Out.Plain(std::wstring(Mark).append(kTag), Tag);
+        Out.Quoted(std::wstring(Mark).append(kLang), Language);
+    };
     for (std::int32_t I = 1; I <= From.Cookies.Count(); ++I) {
         const CookieItem& Cookie = From.Cookies.Item(I);
-        const std::wstring Mark = Cookie.Tag == 0 ? L"*" : L"";
-        Out.Plain(Mark + std::wstring(kTag), Cookie.Tag == 0 ? L"" : std::to_wstring(Cookie.Tag));
-        Out.Quoted(Mark + std::wstring(kLang), Cookie.Language);
+        if (Cookie.Tag == 0)
+            Pair(L"*", {}, Cookie.Language);
+        else
+            Pair({}, std::to_wstring(Cookie.Tag), Cookie.Language);
     }
-    Out.Plain(L"*TAG=", {});
-    Out.Quoted(L"*LANG=", {});
+    Pair(L"*", {}, {});
     return false;
 }
 
@@ -144,7 +150,7 @@ constexpr LineRow<const F> kFormatLines[] = {
      }},
     {L"EXPORTSVR=",
      [](const F& From, std::wstring_view Keyword, LineWriter& Out) {
-         return ServerParmsDisp(From.Server, Keyword, L"EXPORTARG=", Out.Buffer, Out.Indent);
+         return ServerParmsDisp(From.Server, Keyword, kExportArg, Out.Buffer, Out.Indent);
      }},
     {kTag, WriteCookies},
 };

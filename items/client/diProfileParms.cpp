@@ -60,9 +60,9 @@ bool ReadImageOption(R& Into, Parm& P) {
 
 // The value is a parameter line of its own, `<name>=<text>`; an empty one is none.
 bool ReadMaster(R& Into, Parm& P) {
-    P.Fold();
-    if (P.Value.empty()) return false;
-    SectionText Line(P.Value, P.Line);
+    const std::wstring Work = StrUtil::UpperCase(P.Value);
+    if (Work.empty()) return false;
+    SectionText Line(Work, P.Line);
     std::wstring_view Keyword;
     std::wstring_view Text;
     if (GetFieldValue(Line, Keyword, Text)) return true;
@@ -193,7 +193,9 @@ bool WriteImageOption(R& From, std::wstring_view Keyword, LineWriter& Out) {
 constexpr LineRow<R> kParmLines[] = {
     {L"ALIGN=",
      [](R& From, std::wstring_view Keyword, LineWriter& Out) {
-         Out.Plain(Keyword, From.Align == kProfileAligns[0].Value ? L"LEFT" : L"RIGHT");
+         // Anything but the first of the two shows as the second.
+         const bool First = From.Align == kProfileAligns[0].Value;
+         Out.Plain(Keyword, kProfileAligns[First ? 0 : 1].Text);
          return false;
      }},
     {L"WIDTH=",

@@ -19,7 +19,7 @@ using R = RetrievalRecord;
 
 // A negative number typed fails in strict mode and says nothing; NONE is no such number.
 template <auto Member>
-bool ReadCeiling(R& Into, Parm& P) {
+bool ReadCeilingOrFail(R& Into, Parm& P) {
     P.Fold();
     if (P.Value == kNone) {
         Into.*Member = kNoCeiling;
@@ -47,8 +47,8 @@ constexpr LadderRow<R> kParmLadder[] = {
          return false;
      }},
     {L"ENCRYPTION=", read::BoolOrTrue<&R::Encryption>},
-    {L"FILEMAXITEMS=", ReadCeiling<&R::FileMaxItems>},
-    {L"FILEMAXRECS=", ReadCeiling<&R::FileMaxRecs>},
+    {L"FILEMAXITEMS=", ReadCeilingOrFail<&R::FileMaxItems>},
+    {L"FILEMAXRECS=", ReadCeilingOrFail<&R::FileMaxRecs>},
     {L"FLAGS=", read::Flags<&R::Flags, kRetrievalFlags>},
     {L"HELP=", read::Upper<&R::Help>},
     {L"HELPTYPE=", read::FoldedWord<&R::HelpType, kRetrievalHelpTypes>},
@@ -71,8 +71,8 @@ constexpr LadderRow<R> kParmLadder[] = {
      }},
     {L"MIRROROF=", read::Text<&R::MirrorOf>},
     {L"PATH=", read::Text<&R::Path>},
-    {L"PRNMAXITEMS=", ReadCeiling<&R::PrnMaxItems>},
-    {L"PRNMAXRECS=", ReadCeiling<&R::PrnMaxRecs>},
+    {L"PRNMAXITEMS=", ReadCeilingOrFail<&R::PrnMaxItems>},
+    {L"PRNMAXRECS=", ReadCeilingOrFail<&R::PrnMaxRecs>},
     {L"REMOTEDB=", read::BoolOrTrue<&R::RemoteDb>},
     {L"TEMPPATH=", read::Text<&R::TempPath>},
     {L"URL=", read::Text<&R::Url>},

@@ -168,11 +168,7 @@ constexpr ElementSection<R> kSections[] = {
 };
 // clang-format on
 
-struct FolderRow {
-    std::wstring_view Word;
-    std::wstring_view Caption;
-};
-constexpr FolderRow kFolders[] = {
+constexpr vdbShared::FolderRow kFolders[] = {
     {kTitles, L"Titolo"},     {kMessage, L"Messaggio"}, {kFonts, L"Font"},
     {kCommands, L"Pulsanti"}, {kFields, L"Campi"},
 };
@@ -210,8 +206,7 @@ bool diStem::LoadData(RegData& Clsid) {
     return Trap(L"diStem.LoadData", [&] {
         if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         vdbShared::StartPlainTree(Tree(), Clsid);
-        for (const FolderRow& Row : kFolders)
-            vdbShared::AddFolder(Tree(), Row.Word, Row.Caption, kind::kList);
+        vdbShared::AddFolders(Tree(), kFolders);
         return vdbShared::BuildLists(Tree(), Record(), kLists) || AddChoices(Tree(), kChoices);
     });
 }

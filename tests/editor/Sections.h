@@ -298,6 +298,80 @@ struct ApplicationSection {
     }
 };
 
+/// The words of an alignment.
+inline const WordList& AlignWords() {
+    static const WordList kWords{{L"NONE", 0}, {L"TOP", 1}, {L"BOTTOM", 2}, {L"LEFT", 3}, {L"RIGHT", 4}};
+    return kWords;
+}
+
+struct BrowseSection {
+    using Record = BrowseRecord;
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveBrowse";
+    static constexpr bool kKeeps = false;
+    static constexpr bool kNeedsLanguage = false;
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveBrowse(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispBrowse(From, Buffer, FlagsFor(true));
+    }
+    static std::vector<Row> Rows() {
+        return {{L"TABLE=", L"Table", Reads::Name},
+                {L"PROFILE=", L"Profile", Reads::Name},
+                {L"HELP=", L"Help", Reads::Name},
+                {L"HELPWWW=", L"HelpWww", Reads::Name},
+                {L"STEM=", L"Stem", Reads::Name},
+                {L"TIPS=", L"Tips", Reads::Name},
+                {L"TIPSWIDTH=", L"TipsWidth", Reads::Number},
+                {L"ROWS=", L"Rows", Reads::Number},
+                {L"ICONS=",
+                 L"Icons",
+                 Reads::OneWord,
+                 {{L"NONE", 0}, {L"CHECK", 1}, {L"FOLDER", 2}, {L"ARROW", 3}}},
+                {L"ACTION=", L"Action", Reads::OneWord, ActionWords()},
+                {L"USECOOKED=", L"UseCooked", Reads::Boolean},
+                {L"OPENRECORD=", L"OpenRecord", Reads::Boolean},
+                {L"REFERENCE=", L"Reference", Reads::OneWord, {{L"JUMP", 0}, {L"IMMEDIATE", 1}}},
+                {L"AUTORUN=", L"AutoRun", Reads::Boolean},
+                {L"MULTISEL=", L"MultiSel", Reads::Boolean},
+                {L"TIPSALIGN=", L"TipsAlign", Reads::OneWord, AlignWords()},
+                {L"TIPSBUTTONS=", L"TipsButtons", Reads::Flags, {{L"BACK", 1}, {L"CLOSE", 2}, {L"HOME", 4}}},
+                {L"TOOLTIPS=",
+                 L"ToolTips",
+                 Reads::Flags,
+                 {{L"CHECK", 1}, {L"FOLDER", 2}, {L"LINK", 4}, {L"COMMANDS", 8}, {L"LOANLINK", 16}}},
+                {L"BOOLOPS=", L"BoolOps", Reads::OneWord, {{L"NONE", 0}, {L"AND", 1}, {L"OR", 2}}},
+                {L"LARGEBUTT=", L"LargeButt", Reads::Boolean},
+                {L"SHOWOCCS=", L"ShowOccs", Reads::Boolean},
+                {L"STEMAUTO=", L"StemAuto", Reads::Boolean},
+                {L"FLAGS=", L"Flags", Reads::Flags},
+                {L"NOPOPUP=", L"NoPopup", Reads::Boolean},
+                {L"STEMALIGN=", L"StemAlign", Reads::OneWord, AlignWords()},
+                {L"STEMDOCKED=", L"StemDocked", Reads::Boolean},
+                {L"STEMIMMEDIATE=", L"StemImmediate", Reads::Boolean},
+                {L"STEMSIZABLE=", L"StemSizable", Reads::Boolean},
+                {L"TIPSSIZABLE=", L"TipsSizable", Reads::Boolean},
+                {L"TOOLALIGN=", L"ToolAlign", Reads::OneWord, AlignWords()},
+                {L"MIRROROF=", L"MirrorOf", Reads::Kept}};
+    }
+};
+
+/// A filter of a browse bears its name in its text.
+struct BrowseFilterSection : FilterSection {
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveBrowseFilter";
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveBrowseFilter(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispBrowseFilter(From, Buffer, FlagsFor(true));
+    }
+    static std::vector<Row> Rows() {
+        std::vector<Row> Made = FilterSection::Rows();
+        Made.insert(Made.begin(), {L"NAME=", L"Name", Reads::Name, {}, true});
+        return Made;
+    }
+};
+
 struct FormFontSection : FontSection {
     static constexpr std::wstring_view kSource = L"ParmEditor.SaveFormFont";
     static bool Save(Record& Into, std::wstring& Text, bool Strict) {

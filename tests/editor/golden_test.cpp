@@ -225,6 +225,101 @@ TEST_F(GoldenText, Application) {
                                                                L"'[VERSION= 3]"})));
 }
 
+TEST_F(GoldenText, Browse) {
+    BrowseRecord Record;
+    Identify(Record);
+    Record.Commands.Add({}).Code = L"CERCA";
+    EXPECT_EQ(
+        Shown<BrowseSection>(Record),
+        Narrow(Lines(
+            {L"TABLE= \"\"",        L"PROFILE= \"\"",     L"HELP= \"\"",           L"HELPWWW= \"\"",
+             L"STEM= \"\"",         L"TIPS= \"\"",        L"TIPSWIDTH= 0",         L"ROWS= 0",
+             L"ICONS= NONE",        L"ACTION= NONE",      L"USECOOKED= FALSE",     L"OPENRECORD= FALSE",
+             L"REFERENCE= JUMP",    L"AUTORUN= FALSE",    L"MULTISEL= FALSE",      L"TIPSALIGN= NONE",
+             L"TIPSBUTTONS= NONE",  L"TOOLTIPS= NONE",    L"BOOLOPS= NONE",        L"LARGEBUTT= FALSE",
+             L"SHOWOCCS= FALSE",    L"STEMAUTO= FALSE",   L"FLAGS= NONE",          L"NOPOPUP= FALSE",
+             L"STEMALIGN= NONE",    L"STEMDOCKED= FALSE", L"STEMIMMEDIATE= FALSE", L"STEMSIZABLE= FALSE",
+             L"TIPSSIZABLE= FALSE", L"TOOLALIGN= NONE",   L"MIRROROF= \"\"",       L"'[ID= 17]",
+             L"'[NAME= Soggetti]",  L"'[VERSION= 3]"})));
+    std::wstring Text = Lines({L"MIRROROF= \"Altro Elenco\"",
+                               L"TOOLALIGN= top",
+                               L"TIPSSIZABLE= vero",
+                               L"STEMSIZABLE= TRUE",
+                               L"STEMIMMEDIATE= true",
+                               L"STEMDOCKED= TRUE",
+                               L"STEMALIGN= bottom",
+                               L"NOPOPUP= TRUE",
+                               L"FLAGS= none",
+                               L"STEMAUTO= TRUE",
+                               L"SHOWOCCS= TRUE",
+                               L"LARGEBUTT= TRUE",
+                               L"BOOLOPS= or",
+                               L"TOOLTIPS= link | check",
+                               L"TIPSBUTTONS= home|back",
+                               L"TIPSALIGN= \"right\"",
+                               L"MULTISEL= TRUE",
+                               L"AUTORUN= TRUE",
+                               L"REFERENCE= immediate",
+                               L"OPENRECORD= TRUE",
+                               L"USECOOKED= TRUE",
+                               L"ACTION= imagetag",
+                               L"ICONS= arrow",
+                               L"ROWS= 20",
+                               L"TIPSWIDTH= 30",
+                               L"TIPS= suggerimenti",
+                               L"STEM= parole",
+                               L"HELPWWW= aiutoweb",
+                               L"HELP= \"aiuto\"",
+                               L"PROFILE= scheda",
+                               L"TABLE= libri"});
+    ASSERT_TRUE(Succeeds(BrowseSection::Save(Record, Text, true)));
+    EXPECT_EQ(Record.Commands.Count(), 1) << "its lists stay";
+    EXPECT_EQ(Shown<BrowseSection>(Record), Narrow(Lines({L"TABLE= \"LIBRI\"",
+                                                          L"PROFILE= \"SCHEDA\"",
+                                                          L"HELP= \"AIUTO\"",
+                                                          L"HELPWWW= \"AIUTOWEB\"",
+                                                          L"STEM= \"PAROLE\"",
+                                                          L"TIPS= \"SUGGERIMENTI\"",
+                                                          L"TIPSWIDTH= 30",
+                                                          L"ROWS= 20",
+                                                          L"ICONS= ARROW",
+                                                          L"ACTION= IMAGETAG",
+                                                          L"USECOOKED= TRUE",
+                                                          L"OPENRECORD= TRUE",
+                                                          L"REFERENCE= IMMEDIATE",
+                                                          L"AUTORUN= TRUE",
+                                                          L"MULTISEL= TRUE",
+                                                          L"TIPSALIGN= RIGHT",
+                                                          L"TIPSBUTTONS= BACK|HOME",
+                                                          L"TOOLTIPS= CHECK|LINK",
+                                                          L"BOOLOPS= OR",
+                                                          L"LARGEBUTT= TRUE",
+                                                          L"SHOWOCCS= TRUE",
+                                                          L"STEMAUTO= TRUE",
+                                                          L"FLAGS= NONE",
+                                                          L"NOPOPUP= TRUE",
+                                                          L"STEMALIGN= BOTTOM",
+                                                          L"STEMDOCKED= TRUE",
+                                                          L"STEMIMMEDIATE= TRUE",
+                                                          L"STEMSIZABLE= TRUE",
+                                                          L"TIPSSIZABLE= TRUE",
+                                                          L"TOOLALIGN= TOP",
+                                                          L"MIRROROF= \"Altro Elenco\"",
+                                                          L"'[ID= 17]",
+                                                          L"'[NAME= Soggetti]",
+                                                          L"'[VERSION= 3]"})));
+}
+
+TEST_F(GoldenText, AFilterOfABrowse) {
+    FilterRecord Record;
+    std::wstring Text = Lines({L"MERGEWITH= or", L"EXPRESSION= \"anno>1900\"", L"NAME= \"Novecento\""});
+    ASSERT_TRUE(Succeeds(BrowseFilterSection::Save(Record, Text, true)));
+    EXPECT_EQ(Shown<BrowseFilterSection>(Record),
+              Narrow(Lines({L"NAME= \"NOVECENTO\"", L"TABLE= \"\"", L"EXPRESSION= \"anno>1900\"",
+                            L"AUTOMATIC= FALSE", L"MERGEWITH= OR", L"HELP= \"\"", L"FLAGS= NONE",
+                            L"MIRROROF= \"\"", L"'[ID= 0]", L"'[NAME= NOVECENTO]", L"'[VERSION= 0]"})));
+}
+
 TEST_F(GoldenText, FontsAndMessagesOfAnApplication) {
     FontRecord Font;
     Identify(Font);

@@ -211,10 +211,11 @@ class Section : public FrameTest {
     }
 };
 
-using Sections = ::testing::Types<CatalogueSection, CatalogueOfImportSection, FilterSection, ImportSection,
-                                  CaptionSection, TitleSection, HtmlSection, FontSection, CommandSection,
-                                  PopupSection, RepositorySection, ApplicationSection, FormFontSection,
-                                  MessageFontSection, TitleFontSection, MessageSection, MessageTextSection>;
+using Sections =
+    ::testing::Types<CatalogueSection, CatalogueOfImportSection, FilterSection, ImportSection, CaptionSection,
+                     TitleSection, HtmlSection, FontSection, CommandSection, PopupSection, BrowseSection,
+                     BrowseFilterSection, RepositorySection, ApplicationSection, FormFontSection,
+                     MessageFontSection, TitleFontSection, MessageSection, MessageTextSection>;
 TYPED_TEST_SUITE(Section, Sections);
 
 TYPED_TEST(Section, EveryKeywordTakesItsValuesStrictOrLax) {

@@ -1,4 +1,5 @@
-// A server and the names that go with it: the packed form, and the two keywords that show it.
+// A server and the names that go with it: the packed form, and the two keywords that show it; and the filter
+// of texts.
 #include <gtest/gtest.h>
 
 #include "frame/MsgUtil.h"
@@ -84,6 +85,30 @@ TEST_F(ServerParms, EachNameHasALine) {
     EXPECT_TRUE(FailsWith(ServerParmsDisp(L"srv", L"A=", L"B=", Buffer, 0),
                           {20017, L"vDesignPar.ServerParmsDisp", L"Parametri errati."}));
     EXPECT_EQ(Narrow(Buffer), "A= \"\"\r\n") << "nothing is appended";
+}
+
+TEST(TextFilter, ControlCharactersButTheTabBecomeBlanks) {
+    for (std::uint32_t Code = 0; Code < 0x200; ++Code) {
+        const std::wstring One(1, static_cast<wchar_t>(Code));
+        const bool Control = Code < 0x20 || (Code >= 0x7F && Code <= 0x9F);
+        EXPECT_EQ(MsgUtil::FilterText(One), Control && Code != 9 ? L" " : One) << Code;
+    }
+    EXPECT_EQ(MsgUtil::FilterText(L""), L"");
+    EXPECT_EQ(MsgUtil::FilterText(L"a\r\nb\tc"), L"a  b\tc");
+    EXPECT_EQ(MsgUtil::FilterText(std::wstring(L"a\0b", 3)), L"a b");
+    EXPECT_EQ(MsgUtil::FilterText(L"\"Città\" – €"), L"\"Città\" – €");
+}
+
+TEST(TextFilter, PairsStayAndASecondPassChangesNothing) {
+    // The two code units of one character, as texts hold it where characters have 16 bits.
+    const std::wstring Pair{static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xDCD6)};
+    EXPECT_EQ(MsgUtil::FilterText(L"\x01" + Pair + L"\x7F"), L" " + Pair + L" ");
+    std::wstring All;
+    for (std::uint32_t Code = 0; Code < 0x10000; ++Code) All.push_back(static_cast<wchar_t>(Code));
+    const std::wstring Once = MsgUtil::FilterText(All);
+    EXPECT_EQ(Once.size(), All.size());
+    EXPECT_EQ(Once.substr(0xA0), All.substr(0xA0));
+    EXPECT_EQ(MsgUtil::FilterText(Once), Once);
 }
 
 }  // namespace

@@ -4,7 +4,9 @@
 #include <memory>
 #include <vector>
 
+#include "frame/ListSection.h"
 #include "frame/vdbShared.h"
+#include "frame/vdbcModule.h"
 #include "tests/frame/PlainItem.h"
 #include "tests/frame/Told.h"
 #include "window/TreeModel.h"
@@ -197,7 +199,7 @@ class SharedList : public Shared {
         At.Index = Tree.NodeId(At.CurrItem);
         Tree.SelectNode(At.CurrItem);
         return vdbShared::MoveElement(
-            Tree, List, At, Direction,
+            L"Prova.MoveData", Tree, List, At, Direction,
             [&](std::int32_t NewIndex, std::wstring& Key, std::int32_t Relationship) {
                 Relation = Relationship;
                 if (BuildFails > 0 && BuildFails-- > 0) return true;
@@ -273,7 +275,7 @@ TEST_F(SharedList, WhatIsNoElementDoesNotMove) {
     const std::wstring Before = Picture();
     for (const std::wstring_view Key : {L"FIELDS", L"ROOT", L"", L"FIELDS 0"}) {
         Head At{L"FIELDS", std::wstring(Key), 1, L"FIELDS"};
-        EXPECT_TRUE(vdbShared::MoveElement(Tree, List, At, 1,
+        EXPECT_TRUE(vdbShared::MoveElement(L"Prova.MoveData", Tree, List, At, 1,
                                            [](std::int32_t, std::wstring&, std::int32_t) { return false; }));
         EXPECT_EQ(Elements(), (std::vector<std::wstring>{L"a", L"b", L"c", L"d"}));
         EXPECT_EQ(Picture(), Before);
@@ -498,6 +500,53 @@ TEST_F(Shared, AnObjectInMemoryTakesItsNameFromItsContent) {
     EXPECT_FALSE(Object.Saving());
     Object.SetSaving(true);
     EXPECT_TRUE(Object.Saving());
+}
+
+// ---- the button branch
+
+struct Tip {
+    std::int32_t Id = 0;
+    std::wstring Language;
+    std::wstring Text;
+};
+struct Button {
+    std::int32_t Id = 0;
+    std::wstring Code;
+    ParmList<Tip> ToolTips;
+};
+
+TEST_F(Shared, TheBranchOfAButton) {
+    vdbShared::StartTree(Tree, Object);
+    vdbShared::AddFolder(Tree, L"COMMANDS", L"Pulsanti", kind::kList);
+    Button Print;
+    Print.Code = L"STAMPA";
+    Print.ToolTips.Add({.Language = L"ITA", .Text = L"Stampa"});
+    Print.ToolTips.Add({.Language = L"ENG", .Text = L"Print"});
+    std::wstring Key;
+    const std::int32_t First = CoreUtil::Instance().NextNodeId() + 1;
+    ASSERT_TRUE(Succeeds(CommandNodeAdd(Print, Tree, Key)));
+    const auto Id = [&](std::int32_t Nth) { return std::to_wstring(First + Nth); };
+    EXPECT_EQ(Key, L"COMMANDS-" + Id(0));
+    const std::wstring Branch =
+        L"    COMMANDS-" + Id(0) + L" [STAMPA] 12,11 RDM\n      COMMANDPARMS-" + Id(1) +
+        L" [Pulsante] 12,11\n        COMMANDPARMS " + Id(2) + L" [Pulsante] 9,9\n      COMMANDTIPS-" + Id(3) +
+        L" [ToolTips] 12,11 R\n        COMMANDTIPS " + Id(4) +
+        L" [Messaggio: [ITA] Stampa] 9,9\n        COMMANDTIPS " + Id(5) + L" [Messaggio: [ENG] Print] 9,9\n";
+    const std::wstring Above = L"ROOT [Soggetti] 12,11\n  COMMANDS [Pulsanti] 12,11 RG\n";
+    EXPECT_EQ(Narrow(Picture()), Narrow(Above + Branch));
+
+    // In a relation to the node whose key is handed in.
+    Button Quit;
+    Quit.Code = L"ESCI";
+    ASSERT_TRUE(Succeeds(CommandNodeAdd(Quit, Tree, Key, relation::kBefore)));
+    EXPECT_EQ(Captions(L"COMMANDS"), (std::vector<std::wstring>{L"ESCI", L"STAMPA"}));
+    EXPECT_EQ(Key, KeyOf(L"ESCI"));
+
+    const std::wstring Before = Picture();
+    Key = L"COMMANDS-0";
+    EXPECT_TRUE(FailsWith(CommandNodeAdd(Quit, Tree, Key, relation::kAfter),
+                          {91, L"vdbcModule.CommandNodeAdd", L"Oggetto non impostato"}));
+    EXPECT_EQ(Picture(), Before);
 }
 
 }  // namespace

@@ -591,15 +591,16 @@ TEST_F(GroupedFields, OneOrAllAreDeleted) {
 }
 
 // The section of a field has one leaf and no folder of its own word to put a second one into.
-TEST_F(GroupedFields, TheParametersOfAFieldAreNeitherAddedToNorDeleted) {
-    const std::wstring Before = On.Picture();
+TEST_F(GroupedFields, TheParametersOfAFieldTakeAFurtherLeafAndAreNotDeleted) {
+    const std::wstring Folder = On.Tree->NodeParent(Leaf());
     std::wstring Made;
-    EXPECT_TRUE(Refused(AddAt(On, Leaf(), Made), 91, L"diTable.EditData", L"Oggetto non impostato"));
-    EXPECT_EQ(Made, L"");
+    ASSERT_TRUE(Accepted(AddAt(On, Leaf(), Made)));
+    EXPECT_EQ(KeysBelow(On, Folder), (std::vector<std::wstring>{Leaf(), Made}));
+    EXPECT_EQ(On.Text(Made), On.Text(Leaf()));
+    const std::wstring Before = On.Picture();
     EXPECT_TRUE(Accepted(DeleteAt(On, Leaf())));
     EXPECT_TRUE(Accepted(DeleteAt(On, Leaf(), true)));
     EXPECT_EQ(On.Picture(), Before);
-    EXPECT_FALSE(On.Tree->Modified());
 }
 
 }  // namespace

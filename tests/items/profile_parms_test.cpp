@@ -150,9 +150,9 @@ TEST_F(ProfileParms, RefusalsOfAValue) {
         {L"LOANWIDTH= -1", L"LOANWIDTH=(-1)", L"LOANWIDTH= 10"},
         {L"IMAGEOPTION= ALIGNTOP|ALTRO", L"IMAGEOPTION=()", L"IMAGEOPTION= ALIGNTOP"},
         {L"IMAGEOPTION= NONE|ALIGNTOP", L"IMAGEOPTION=(ALIGNTOP)", L"IMAGEOPTION= ALIGNTOP"},
-        {L"MASTER= ita=", L"MASTER=(ITA=)", L"MASTER= "},
-        {L"MASTER= =x", L"MASTER=(=X)", L"MASTER= "},
-        {L"MASTER= ita=\"\"", L"MASTER=(ITA=\"\")", L"MASTER= "},
+        {L"MASTER= ita=", L"MASTER=(ita=)", L"MASTER= "},
+        {L"MASTER= =x", L"MASTER=(=x)", L"MASTER= "},
+        {L"MASTER= ita=\"\"", L"MASTER=(ita=\"\")", L"MASTER= "},
     };
     for (const auto& Row : kRows) {
         SCOPED_TRACE(Narrow(Row.Line));
@@ -236,7 +236,7 @@ TEST_F(ProfileParms, Masters) {
     }
     // A comment mark in front of the name makes it none.
     EXPECT_TRUE(Refused(Put(L"MASTER= 'a=b"), 20000, kSource,
-                        L"Valore sconosciuto per il parametro MASTER=('A=B)", 2));
+                        L"Valore sconosciuto per il parametro MASTER=('a=b)", 2));
     EXPECT_TRUE(Accepted(Put(L"MASTER= 'a=b", false)));
 }
 

@@ -293,12 +293,18 @@ TEST_F(Profile, SectionsThatAddNothing) {
         EXPECT_TRUE(Accepted(AddAt(On, On.Leaf(Section), Made)));
         EXPECT_EQ(On.Picture(), Before);
     }
-    std::wstring Made;
-    ASSERT_TRUE(Accepted(AddAt(On, L"PARMS", Made)));
-    EXPECT_EQ(KeysBelow(On, L"PARMS").back(), Made);
-    // The parameters of a field hang below the field: there is no folder of that name for a leaf.
-    EXPECT_TRUE(Refused(AddAt(On, On.Leaf(L"FIELDPARMS"), Made), 91, L"diProfile.EditData",
-                        L"Oggetto non impostato"));
+    // A further leaf, nameless, and the beep sounds.
+    for (const std::wstring& Key : {std::wstring(L"PARMS"), On.Leaf(L"FIELDPARMS")}) {
+        const std::wstring Folder = Key == L"PARMS" ? Key : On.Tree->NodeParent(Key);
+        const int Beeps = On.Platform.Beeps;
+        std::wstring Made;
+        ASSERT_TRUE(Accepted(AddAt(On, Key, Made)));
+        EXPECT_EQ(KeysBelow(On, Folder).size(), 2U);
+        EXPECT_EQ(KeysBelow(On, Folder).back(), Made);
+        EXPECT_EQ(On.Tree->NodeText(Made), L"");
+        EXPECT_EQ(On.Platform.Beeps, Beeps + 1);
+        EXPECT_EQ(On.Text(Made), On.Text(KeysBelow(On, Folder).front()));
+    }
 }
 
 TEST_F(Profile, WithoutAFreeTagAFieldGetsTheFirst) {
@@ -366,7 +372,6 @@ TEST_F(Profile, ElementsAreDeleted) {
         EXPECT_EQ(CaptionsBelow(On, Folder), Words{});
     }
     ExpectSameTree();
-    EXPECT_EQ(Narrow(SavedBy(On).Child(L"Formats")->Name), "Formats");
 }
 
 TEST_F(Profile, LabelsAreDeleted) {

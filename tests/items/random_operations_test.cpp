@@ -202,7 +202,8 @@ class Player {
     static bool IsFurtherLeaf(const Desk& Of, const window::TreeNode& N) {
         const bool ListElement = N.Parent && (Of.Tree->Kind(*N.Parent) == kind::kList ||
                                               Of.Tree->Kind(*N.Parent) == kind::kSubList);
-        return window::IsLeafKey(N.Key) && !ListElement && N.Text == window::SectionWord(N.Key);
+        const bool Further = N.Text == window::SectionWord(N.Key) || N.Text.empty();
+        return window::IsLeafKey(N.Key) && !ListElement && Further;
     }
 
     // The record under edit, opened on another desk, shows the same elements in the same order at every

@@ -5,25 +5,31 @@
 
 #include "frame/vdbInclude.h"
 #include "records/ApplicationRecord.h"
+#include "records/BrowseRecord.h"
 #include "records/CatalogueRecord.h"
 #include "records/CommandRecord.h"
 #include "records/FieldRecord.h"
 #include "records/FilterRecord.h"
 #include "records/FontRecord.h"
+#include "records/HelpRecord.h"
 #include "records/HtmlRecord.h"
 #include "records/ImportProcRecord.h"
 #include "records/ImportRecord.h"
 #include "records/MaterRecord.h"
+#include "records/MenuRecord.h"
 #include "records/ParmItem.h"
 #include "records/PopupRecord.h"
+#include "records/QueryRecord.h"
 #include "records/RepositoryRecord.h"
 #include "records/RetrievalRecord.h"
+#include "records/SetOpRecord.h"
 #include "records/SortRecord.h"
 #include "records/StemRecord.h"
 #include "records/StopWordRecord.h"
 #include "records/StringTableRecord.h"
 #include "records/TableRecord.h"
 #include "records/WebClientRecord.h"
+#include "records/WebServerRecord.h"
 #include "tests/frame/Told.h"
 #include "tests/records/Filled.h"
 
@@ -34,11 +40,12 @@ template <class R>
 class EveryRecord : public FrameTest {};
 
 using Records =
-    ::testing::Types<ApplicationRecord, CatalogueRecord, CommandRecord, FieldRecord, FilterRecord, FontRecord,
-                     HtmlRecord, ImportFieldRecord, ImportIndexRecord, ImportProcRecord, ImportRecord,
-                     MaterRecord, MessageRecord, ParmItem, PopupRecord, RepositoryRecord, RetrievalRecord,
-                     SortRecord, StemRecord, StopWordRecord, StringItemRecord, StringTableRecord, TableRecord,
-                     WebClientRecord>;
+    ::testing::Types<ApplicationRecord, BrowseRecord, CatalogueRecord, CommandRecord, FieldRecord,
+                     FilterRecord, FontRecord, HelpRecord, HtmlRecord, ImportFieldRecord, ImportIndexRecord,
+                     ImportProcRecord, ImportRecord, MaterRecord, MenuRecord, MessageRecord, ParmItem,
+                     PopupRecord, QueryFieldRecord, QueryRecord, RepositoryRecord, RetrievalRecord,
+                     SetOpRecord, SortRecord, StemRecord, StopWordRecord, StringItemRecord, StringTableRecord,
+                     TableRecord, WebClientRecord, WebServerRecord>;
 TYPED_TEST_SUITE(EveryRecord, Records);
 
 TYPED_TEST(EveryRecord, ComesBackFromTheStore) {

@@ -28,10 +28,11 @@ TEST(Server, VersionAndStart) {
 
 TEST(Server, KnowsItsClassWordsInTheOrderOfTheLadder) {
     const std::vector<std::wstring_view> Words(ClassWords().begin(), ClassWords().end());
-    EXPECT_EQ(Words, (std::vector<std::wstring_view>{L"VCLIENT", L"RETRIEVAL", L"CATALOGUE", L"FILTER",
-                                                     L"IMPORT", L"IMPORTPROC", L"MATER", L"MEMBER",
-                                                     L"PROFILE", L"REPOSITORY", L"SORT", L"STEM", L"STOPWORD",
-                                                     L"STRINGTABLE", L"TABLE", L"WEBCLIENT"}));
+    EXPECT_EQ(Words, (std::vector<std::wstring_view>{
+                         L"VCLIENT",     L"RETRIEVAL",  L"BROWSE",    L"CATALOGUE", L"FILTER", L"HELP",
+                         L"IMPORT",      L"IMPORTPROC", L"MATER",     L"MEMBER",    L"MENU",   L"PROFILE",
+                         L"QUERY",       L"REPOSITORY", L"SETOPS",    L"SORT",      L"STEM",   L"STOPWORD",
+                         L"STRINGTABLE", L"TABLE",      L"WEBCLIENT", L"WEBSERVER"}));
 }
 
 TEST(Server, ShowDataSetsUpTheToolBar) {
