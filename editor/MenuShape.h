@@ -169,7 +169,7 @@ inline constexpr ListSection<RecordOf<Form>> kLists[] = {
 template <class Form>
 inline constexpr ElementSection<RecordOf<Form>> kSections[] = {
     Edits<Commands<Form>, ParmEditor::SaveCommand, ParmEditor::DispCommand, CodeOf<CommandRecord>>(kCommandParms, Self::No),
-    Edits<Tips<Form>, ParmEditor::SaveMessageText, ParmEditor::DispMessageText, kMessage>(kCommandTips, Self::Yes),
+    Edits<Tips<Form>, ParmEditor::SaveCaption, ParmEditor::DispCaption, kMessage>(kCommandTips, Self::Yes),
     Edits<Html<Form>, ParmEditor::SaveHtml, ParmEditor::DispHtml, kPage>(kHtml, Self::Yes),
     Edits<Popups<Form>, ParmEditor::SavePopup, ParmEditor::DispPopup, nullptr>(kPopups, Self::Yes),
     Edits<Titles<Form>, ParmEditor::SaveTitle, ParmEditor::DispTitle, kTitle>(kTitles, Self::Yes),
@@ -276,7 +276,7 @@ template <class Form>
     });
 }
 
-/// A further leaf of PARMS has an empty caption; COMMANDPARMS has no folder of that name and is refused.
+/// Further leaves of PARMS and COMMANDPARMS have an empty caption.
 template <class Form>
 [[nodiscard]] bool EditData(DesignTree& Tree, typename Form::Record& Record, const Head& At,
                             std::wstring& NewItemKey) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <iterator>
 
+#include "records/MessageSection.h"
 #include "records/Sections.h"
 
 namespace kv::ParmEditor {
@@ -275,12 +276,6 @@ constexpr SectionRow<W> kBrowse[] = {
 };
 // clang-format on
 
-using M = MessageRecord;
-constexpr SectionRow<M> kMessage[] = {
-    {L"NAME=", read::Upper<&M::Name>, write::Quoted<&M::Name>},
-    {L"DESC=", read::Text<&M::Desc>, write::Quoted<&M::Desc>},
-};
-
 template <class Element>
 void NeedsLanguage(const Element& Read) {
     if (Read.Language.empty()) Raise(L"Non è stato specificato un codice LANG valido.");
@@ -402,14 +397,10 @@ bool DispBrowseFilter(const FilterRecord& From, std::wstring& Buffer, const Save
 
 bool SaveMessage(ParmList<MessageRecord>& Messages, std::int32_t Index, std::wstring& Buffer,
                  const SaveFlags& Flags) {
-    constexpr std::wstring_view kSource = L"ParmEditor.SaveMessage";
-    return Trap(kSource, [&] {
-        return Save(kSource, kMessage, Messages.Item(Index), Buffer, Flags,
-                    [&](const M& Read) { CheckMessageName(Read.Name, Messages, Index); });
-    });
+    return SaveMessageParms(L"ParmEditor.SaveMessage", Messages, Index, Buffer, StrictFlag(Flags));
 }
 bool DispMessage(const MessageRecord& From, std::wstring& Buffer, const SaveFlags&) {
-    return Disp(L"ParmEditor.DispMessage", kMessage, From, Buffer);
+    return DispMessageParms(L"ParmEditor.DispMessage", From, Buffer, 0);
 }
 
 bool SaveMessageText(ParmItem& Into, std::wstring& Buffer, const SaveFlags& Flags) {

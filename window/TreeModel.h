@@ -68,7 +68,7 @@ struct ValueWords {
     std::vector<std::wstring> Words;
 };
 
-class TreeModel final : public kv::DesignTree {
+class TreeModel : public kv::DesignTree {
   public:
     TreeModel() = default;
     ~TreeModel() override;

@@ -97,11 +97,6 @@ bool ReadWidth(R& Into, Parm& P) {
     return false;
 }
 
-template <auto Member>
-bool ReadAlign(R& Into, Parm& P) {
-    return TipsSetAlignment(P.Value, Into.*Member, P.Keyword);
-}
-
 constexpr LadderRow<R> kParmLadder[] = {
     {L"IMAGEEXT=", read::Text<&R::ImageExt>},
     {L"IMAGEFILTER=", read::Upper<&R::ImageFilter>},
@@ -142,23 +137,18 @@ constexpr LadderRow<R> kParmLadder[] = {
     {L"TIPS=", read::Upper<&R::Tips>},
     // A bad word is told as one of TIPSALIGN=.
     {L"LOANALIGN=", [](R& Into, Parm& P) { return TipsSetAlignment(P.Value, Into.LoanAlign); }},
-    {L"TIPSALIGN=", ReadAlign<&R::TipsAlign>},
+    {L"TIPSALIGN=", read::Align<&R::TipsAlign, R>},
     {L"TOOLTIPS=", [](R& Into, Parm& P) { return ToolTipsSet(P.Value, Into.ToolTips); }},
     {L"LOANHELP=", read::Upper<&R::LoanHelp>},
     {L"LOANTIPS=", read::Upper<&R::LoanTips>},
     {L"LOANWIDTH=", ReadPercent<&R::LoanWidth>},
     {L"TIPSBUTTONS=", [](R& Into, Parm& P) { return TipsSetButtons(P.Value, Into.TipsButtons); }},
     {L"TIPSWIDTH=", ReadPercent<&R::TipsWidth>},
-    {L"TOOLALIGN=", ReadAlign<&R::ToolAlign>},
+    {L"TOOLALIGN=", read::Align<&R::ToolAlign, R>},
     {L"FLAGS=", read::Flags<&R::Flags, kProfileFlags>},
     {L"ALIGN=", read::FoldedWord<&R::Align, kProfileAligns>},
     {L"WIDTH=", ReadWidth},
 };
-
-template <auto Member>
-bool WriteAlign(R& From, std::wstring_view Keyword, LineWriter& Out) {
-    return TipsGetAlignment(From.*Member, Out.Buffer, Out.Indent, Keyword);
-}
 
 constexpr std::int32_t kNarrowest = 10;  // percent
 
@@ -210,18 +200,18 @@ constexpr LineRow<R> kParmLines[] = {
     {L"HELP=", write::Quoted<&R::Help>},
     {L"HELPWWW=", write::Quoted<&R::HelpWww>},
     {L"TIPS=", write::Quoted<&R::Tips>},
-    {L"TIPSALIGN=", WriteAlign<&R::TipsAlign>},
+    {L"TIPSALIGN=", write::Align<&R::TipsAlign, R>},
     {L"TIPSWIDTH=", WritePercent<&R::TipsWidth>},
     {L"TIPSBUTTONS=",
      [](R& From, std::wstring_view, LineWriter& Out) {
          return TipsGetButtons(From.TipsButtons, Out.Buffer, Out.Indent);
      }},
-    {L"TOOLALIGN=", WriteAlign<&R::ToolAlign>},
+    {L"TOOLALIGN=", write::Align<&R::ToolAlign, R>},
     {L"TOOLTIPS=", [](R& From, std::wstring_view,
                       LineWriter& Out) { return ToolTipsGet(From.ToolTips, Out.Buffer, Out.Indent); }},
     {L"LOANHELP=", write::Quoted<&R::LoanHelp>},
     {L"LOANTIPS=", write::Quoted<&R::LoanTips>},
-    {L"LOANALIGN=", WriteAlign<&R::LoanAlign>},
+    {L"LOANALIGN=", write::Align<&R::LoanAlign, R>},
     {L"LOANWIDTH=", WritePercent<&R::LoanWidth>},
     {L"LOANQUIT=", write::Bool<&R::LoanQuit>},
     {L"LINKEDPAGE=", write::Quoted<&R::LinkedPage>},

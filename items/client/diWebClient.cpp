@@ -41,7 +41,7 @@ constexpr LadderRow<R> kParmLadder[] = {
          return false;
      },
      Repeat::Any},
-    {L"TOOLALIGN=", [](R& Into, Parm& P) { return TipsSetAlignment(P.Value, Into.ToolAlign, P.Keyword); }},
+    {L"TOOLALIGN=", read::Align<&R::ToolAlign, R>},
 };
 
 constexpr LineRow<const R> kParmLines[] = {
@@ -56,10 +56,7 @@ constexpr LineRow<const R> kParmLines[] = {
              Out.Quoted(Keyword, From.Protocols.Item(I));
          return false;
      }},
-    {L"TOOLALIGN=",
-     [](const R& From, std::wstring_view Keyword, LineWriter& Out) {
-         return TipsGetAlignment(From.ToolAlign, Out.Buffer, Out.Indent, Keyword);
-     }},
+    {L"TOOLALIGN=", write::Align<&R::ToolAlign, const R>},
     {L"FLAGS=", write::Flags<&R::Flags, kWebClientFlags>},
     {L"MIRROROF=", write::Quoted<&R::MirrorOf>},
 };

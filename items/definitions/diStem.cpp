@@ -112,10 +112,6 @@ constexpr vdbShared::ElementShape kFieldShape{.Word = kFields,
                                               .InnerWord = kFieldCaption,
                                               .InnerCaption = L"Etichette"};
 
-std::wstring FieldNodeCaption(const F& Field) {
-    return Field.Captions.Count() == 0 ? L"Campo: ????" : FieldCaptionNode(Field.Captions.Item(1));
-}
-
 using Titles = InRecord<&R::Titles>;
 using Messages = InRecord<&R::Messages>;
 using Fonts = InRecord<&R::Fonts>;
@@ -127,7 +123,7 @@ using Captions = InElement<Fields, &F::Captions>;
 bool SetFieldNode(DesignTree& Tree, R& Record, const Place&, std::int32_t Index, std::wstring& Key,
                   std::optional<std::int32_t> Relationship) {
     const F& Field = Record.Fields.Item(Index);
-    vdbShared::AddElementNodes(Tree, kFieldShape, FieldNodeCaption(Field),
+    vdbShared::AddElementNodes(Tree, kFieldShape, FirstCaptionNode(Field.Captions),
                                vdbShared::CaptionsOf(Field.Captions, CaptionNode<ParmItem>), Key,
                                Relationship);
     return false;
@@ -188,8 +184,9 @@ bool diStem::SaveData(const Head& At, std::wstring& NewItemKey, std::wstring& Bu
         if (vdbShared::SaveElement(Tree(), Record(), *Section, At, NewItemKey, Buffer, Flags)) return true;
         // Whichever label was edited, the field is named by its first.
         if (At.Key == kFieldCaption)
-            Tree().SetNodeText(vdbShared::ElementNode(Tree(), At, Self::No),
-                               FieldNodeCaption(Record().Fields.Item(PlaceOf(Tree(), At, 1, Self::No)[0])));
+            Tree().SetNodeText(
+                vdbShared::ElementNode(Tree(), At, Self::No),
+                FirstCaptionNode(Record().Fields.Item(PlaceOf(Tree(), At, 1, Self::No)[0]).Captions));
         return false;
     });
 }

@@ -97,11 +97,11 @@ constexpr ElementSection<R> kSections[] = {
     Edits<Titles, ParmEditor::SaveTitle, ParmEditor::DispTitle, Title>(kTitles, Self::Yes),
     Edits<Fonts, ParmEditor::SaveFont, ParmEditor::DispFont, Font>(kFonts, Self::Yes),
     Edits<Commands, ParmEditor::SaveCommand, ParmEditor::DispCommand, CodeOf<CommandRecord>>(kCommandParms, Self::No),
-    Edits<Tips, ParmEditor::SaveMessageText, ParmEditor::DispMessageText, Message>(kCommandTips, Self::Yes),
+    Edits<Tips, ParmEditor::SaveCaption, ParmEditor::DispCaption, Message>(kCommandTips, Self::Yes),
     Edits<Popups, ParmEditor::SaveCommand, ParmEditor::DispCommand, nullptr>(kPopups, Self::Yes),
     Edits<Filters, ParmEditor::SaveBrowseFilter, ParmEditor::DispBrowseFilter, FilterCaption>(kFilter, Self::Yes),
     Edits<FiltTitles, ParmEditor::SaveTitle, ParmEditor::DispTitle, Title>(kFiltTitles, Self::Yes),
-    Edits<FiltMessages, ParmEditor::SaveMessageText, ParmEditor::DispMessageText, Message>(kFiltMessages, Self::Yes),
+    Edits<FiltMessages, ParmEditor::SaveCaption, ParmEditor::DispCaption, Message>(kFiltMessages, Self::Yes),
     Edits<Html, ParmEditor::SaveHtml, ParmEditor::DispHtml, Page>(kHtml, Self::Yes),
 };
 // clang-format on

@@ -6,6 +6,7 @@
 #include "frame/vdbcModule.h"
 #include "items/navigation/diQuery.h"
 #include "items/navigation/diQueryNodes.h"
+#include "records/MessageSection.h"
 #include "records/Sections.h"
 
 namespace kv {
@@ -110,16 +111,6 @@ constexpr vdbShared::ElementShape kFieldShape{.Word = query::kFields,
 
 // A predefined value.
 
-constexpr LadderRow<V> kConstLadder[] = {
-    {L"DESC=", read::Text<&V::Desc>},
-    {L"NAME=", read::Upper<&V::Name>},
-};
-
-constexpr LineRow<const V> kConstLines[] = {
-    {L"NAME=", write::Quoted<&V::Name>},
-    {L"DESC=", write::Quoted<&V::Desc>},
-};
-
 constexpr vdbShared::ElementShape kConstantShape{.Word = query::kConstants,
                                                  .ParmsWord = query::kConstantParms,
                                                  .ParmsCaption = L"Valore",
@@ -184,20 +175,14 @@ bool diQuery::DispFieldParm(std::wstring& Buffer, std::int32_t Field, std::int32
 }
 
 bool diQuery::SaveConstParm(std::wstring& Buffer, std::int32_t Field, std::int32_t Value) {
-    const bool SyntaxOn = Tree().SyntaxOn();
-    const auto& Values = Record().Fields.Item(Field).Defaults.Message;
-    return SaveSection(L"diQuery.SaveConstParm", Scratch::Header, kConstLadder,
-                       Record().Fields.Item(Field).Defaults.Message.Item(Value), Buffer, SyntaxOn,
-                       [&](const V& Read) {
-                           if (SyntaxOn) CheckMessageName(Read.Name, Values, Value);
-                       });
+    return SaveMessageParms(L"diQuery.SaveConstParm", Record().Fields.Item(Field).Defaults.Message, Value,
+                            Buffer, Tree().SyntaxOn());
 }
 
 bool diQuery::DispConstParm(std::wstring& Buffer, std::int32_t Field, std::int32_t Value,
                             std::int32_t Indent) {
-    return DispSection(L"diQuery.DispConstParm", kConstLines,
-                       std::as_const(Record().Fields.Item(Field).Defaults.Message.Item(Value)), Buffer,
-                       Indent);
+    return DispMessageParms(L"diQuery.DispConstParm",
+                            Record().Fields.Item(Field).Defaults.Message.Item(Value), Buffer, Indent);
 }
 
 }  // namespace kv

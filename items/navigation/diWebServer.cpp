@@ -9,6 +9,7 @@
 #include "frame/MsgUtil.h"
 #include "frame/SectionTable.h"
 #include "frame/vdbcModule.h"
+#include "records/MessageSection.h"
 #include "records/Sections.h"
 
 namespace kv {
@@ -98,26 +99,6 @@ constexpr LineRow<const R> kParmLines[] = {
 void CheckParms(const R& Read) {
     if (Read.BrowseRows < 1) Raise(L"BROWSEROWS= dev'essere un numero positivo.");
     if (Read.QueryTimeout < 0) Raise(L"QUERYTIMEOUT= dev'essere >= 0.");
-}
-
-// Tags and messages.
-
-constexpr LadderRow<M> kNamedLadder[] = {
-    {L"DESC=", read::Text<&M::Desc>},
-    {L"NAME=", read::Upper<&M::Name>},
-};
-
-constexpr LineRow<const M> kNamedLines[] = {
-    {L"NAME=", write::Quoted<&M::Name>},
-    {L"DESC=", write::Quoted<&M::Desc>},
-};
-
-bool SaveNamed(std::wstring_view Source, ParmList<M>& Named, std::wstring& Buffer, std::int32_t Index,
-               bool SyntaxOn) {
-    return SaveSection(Source, Scratch::Header, kNamedLadder, Named.Item(Index), Buffer, SyntaxOn,
-                       [&](const M& Read) {
-                           if (SyntaxOn) CheckMessageName(Read.Name, Named, Index);
-                       });
 }
 
 // The texts of a tag.
@@ -432,21 +413,22 @@ bool diWebServer::DispParm(std::wstring& Buffer, std::int32_t Indent) {
 }
 
 bool diWebServer::SaveConstParm(std::wstring& Buffer, std::int32_t Index, bool SyntaxOn) {
-    return SaveNamed(L"diWebServer.SaveConstParm", Record().Constants.Message, Buffer, Index, SyntaxOn);
+    return SaveMessageParms(L"diWebServer.SaveConstParm", Record().Constants.Message, Index, Buffer,
+                            SyntaxOn);
 }
 
 bool diWebServer::DispConstParm(std::wstring& Buffer, std::int32_t Index, std::int32_t Indent) {
-    return DispSection(L"diWebServer.DispConstParm", kNamedLines,
-                       std::as_const(Record().Constants.Message.Item(Index)), Buffer, Indent);
+    return DispMessageParms(L"diWebServer.DispConstParm", Record().Constants.Message.Item(Index), Buffer,
+                            Indent);
 }
 
 bool diWebServer::SaveMsgParm(std::wstring& Buffer, std::int32_t Index, bool SyntaxOn) {
-    return SaveNamed(L"diWebServer.SaveMsgParm", Record().Messages.Message, Buffer, Index, SyntaxOn);
+    return SaveMessageParms(L"diWebServer.SaveMsgParm", Record().Messages.Message, Index, Buffer, SyntaxOn);
 }
 
 bool diWebServer::DispMsgParm(std::wstring& Buffer, std::int32_t Index, std::int32_t Indent) {
-    return DispSection(L"diWebServer.DispMsgParm", kNamedLines,
-                       std::as_const(Record().Messages.Message.Item(Index)), Buffer, Indent);
+    return DispMessageParms(L"diWebServer.DispMsgParm", Record().Messages.Message.Item(Index), Buffer,
+                            Indent);
 }
 
 }  // namespace kv

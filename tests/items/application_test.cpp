@@ -3,6 +3,7 @@
 
 #include "items/client/diApplication.h"
 #include "tests/items/Reading.h"
+#include "tests/items/RefusingTree.h"
 
 namespace kv::test {
 namespace {
@@ -577,42 +578,6 @@ TEST_F(Application, WrapLinesStandAtTheMargin) {
     CoreUtil::Instance().ForgetError();
 }
 
-// A tree that has no room for the nodes of one section.
-class FullTree final : public DesignTree {
-  public:
-    explicit FullTree(std::wstring_view Word) : Refused_(Word) {}
-
-    void AddNode(const NewNode& Node) override {
-        if (Node.Key.starts_with(Refused_)) RaiseFault(fault::kSubscript);
-    }
-    [[nodiscard]] bool AddDefault(std::wstring_view, std::wstring_view, std::wstring_view) override {
-        return false;
-    }
-    void MarkModified(bool) override {}
-    void AddIconNode(const NewNode&) override {}
-    void ClearNodes() override {}
-    void RemoveNode(std::wstring_view) override {}
-    void RemoveChildren(std::wstring_view) override {}
-    bool HasNode(std::wstring_view) const override { return true; }
-    std::wstring NodeText(std::wstring_view) const override { return {}; }
-    void SetNodeText(std::wstring_view, std::wstring_view) override {}
-    std::wstring NodeParent(std::wstring_view) const override { return {}; }
-    std::int32_t NodeId(std::wstring_view) const override { return 0; }
-    std::wstring NodeAt(std::wstring_view, std::int32_t) const override { return {}; }
-    void SelectNode(std::wstring_view) override {}
-    [[nodiscard]] bool MoveListItem(ParmListBase&, std::int32_t, std::wstring&, std::int32_t&) override {
-        return true;
-    }
-    void AddToolButton(const ToolButtonInfo&) override {}
-    [[nodiscard]] bool SetTools(std::span<const std::wstring_view>) override { return false; }
-    bool SyntaxOn() const override { return true; }
-    [[nodiscard]] bool ShowTree(TreeCall&) override { return true; }
-    void Dispose() override {}
-
-  private:
-    std::wstring_view Refused_;
-};
-
 TEST_F(Application, ANodeThatCannotBeMadeIsToldByItsMaker) {
     const struct {
         std::wstring_view Nodes;
@@ -624,7 +589,9 @@ TEST_F(Application, ANodeThatCannotBeMadeIsToldByItsMaker) {
                  {L"PARMS", L"diApplication.LoadData"}};
     for (const auto& Row : kRows) {
         diApplication Item;
-        Item.DesignTree() = std::make_shared<FullTree>(Row.Nodes);
+        const auto Tree = std::make_shared<RefusingTree>();
+        Tree->Refused = Row.Nodes;
+        Item.DesignTree() = Tree;
         EXPECT_TRUE(Item.LoadData(*On.Object));
         EXPECT_EQ(CoreUtil::Instance().LastError().Source, Row.Source);
         CoreUtil::Instance().ForgetError();

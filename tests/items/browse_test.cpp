@@ -245,12 +245,12 @@ TEST_F(Browse, RefusalsOfTheElements) {
         std::wstring_view Foreign;
     } kRows[] = {{Node(L"TITLES", 1), L"ParmEditor.SaveTitle", L"CODE="},
                  {Node(L"FILTTITLES", 1), L"ParmEditor.SaveTitle", L"CODE="},
-                 {Node(L"FILTMESSAGES", 1), L"ParmEditor.SaveMessageText", L"CODE="},
+                 {Node(L"FILTMESSAGES", 1), L"ParmEditor.SaveCaption", L"CODE="},
                  {Node(L"FILTER", 1), L"ParmEditor.SaveBrowseFilter", L"CODE="},
                  {Node(L"HTML", 1), L"ParmEditor.SaveHtml", L"TEXT="},
                  {Node(L"POPUPS", 1), L"ParmEditor.SaveCommand", L"TEXT="},
                  {ButtonParms(1), L"ParmEditor.SaveCommand", L"LANG="},
-                 {Tip(1, 1), L"ParmEditor.SaveMessageText", L"ACTION="}};
+                 {Tip(1, 1), L"ParmEditor.SaveCaption", L"ACTION="}};
     const std::wstring Before = On.Picture();
     for (const auto& Row : kRows) {
         const std::wstring Text = std::wstring(Row.Foreign) + L" x";

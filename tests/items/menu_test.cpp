@@ -445,7 +445,7 @@ TEST_P(AForm, RefusalsOfTheElements) {
                  {Node(L"HTML", 1), L"ParmEditor.SaveHtml", L"TEXT=", true},
                  {Node(L"POPUPS", 1), L"ParmEditor.SavePopup", L"ENABLED=", true},
                  {ButtonParms(1), L"ParmEditor.SaveCommand", L"LANG=", false},
-                 {Tip(1, 1), L"ParmEditor.SaveMessageText", L"ACTION=", true}};
+                 {Tip(1, 1), L"ParmEditor.SaveCaption", L"ACTION=", true}};
     const std::wstring Before = On.Picture();
     for (const auto& Row : kRows) {
         const std::wstring Unknown = L"Parametro non riconosciuto: " + std::wstring(Row.Foreign) + L"x";

@@ -129,6 +129,17 @@ TEST_F(ProfileFormat, PairsOfTagAndLanguage) {
     }
 }
 
+TEST_F(ProfileFormat, WhatStandsBetweenTheLinesOfAPair) {
+    // Comments, blank lines and arguments are not noted; a last tag without a language is none.
+    ASSERT_TRUE(Accepted(On.Put(Key, kFine + L"EXPORTSVR= s\r\nTAG= 4\r\n'nota\r\n\r\nEXPORTARG= a\r\n"
+                                             L"LANG= ita\r\nTAG= 5")));
+    EXPECT_EQ(Cookies(), (Pairs{{4, L"ITA"}}));
+    EXPECT_EQ(TextOf(Format(), L"Server"), L"1:s1:a");
+    EXPECT_TRUE(Refused(On.Put(Key, kFine + L"TAG= 9\r\nLANG= ENG\r\nPIPPO= 1"), 20000, kFormatSource,
+                        L"Parametro non riconosciuto: PIPPO=1", 5));
+    EXPECT_EQ(Cookies(), (Pairs{{4, L"ITA"}})) << "a refused text leaves them";
+}
+
 TEST_F(ProfileFormat, ExportServers) {
     ExpectRefusals(
         On, Key, kFormatSource,

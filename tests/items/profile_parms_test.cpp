@@ -313,6 +313,16 @@ TEST_F(ProfileParms, ChecksAtTheEnd) {
     EXPECT_EQ(TextOf(SavedBy(On), L"Table"), L"");
 }
 
+TEST_F(ProfileParms, BooleanWords) {
+    for (const wchar_t* const Keyword : {L"LARGEBUTT=", L"LOANQUIT="})
+        for (const bool Strict : {true, false})
+            for (const auto& [Typed, Shown] :
+                 {std::pair{L"vero", L"TRUE"}, {L"TRUE", L"TRUE"}, {L"falso", L"FALSE"}, {L"", L"FALSE"}}) {
+                ASSERT_TRUE(Accepted(Put(std::wstring(Keyword) + L" " + Typed, Strict)));
+                EXPECT_EQ(Line(Keyword), std::wstring(Keyword) + L" " + Shown);
+            }
+}
+
 TEST_F(ProfileParms, DoubleBarsBecomeSingleOnesInOnePass) {
     const struct {
         const wchar_t* Typed;

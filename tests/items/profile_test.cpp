@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "items/client/diProfile.h"
+#include "tests/items/RefusingTree.h"
 
 namespace kv::test {
 namespace {
@@ -391,7 +392,8 @@ TEST_F(Profile, LabelsAreDeleted) {
 
 TEST_F(Profile, ParametersAreNotDeleted) {
     const std::wstring Before = On.Picture();
-    for (const wchar_t* const Section : {L"PARMS", L"FIELDPARMS", L"FORMATPARMS", L"COMMANDPARMS"}) {
+    for (const wchar_t* const Section :
+         {L"PARMS", L"FIELDPARMS", L"FORMATPARMS", L"LOANTABLEPARMS", L"COMMANDPARMS"}) {
         EXPECT_TRUE(Accepted(DeleteAt(On, On.Leaf(Section))));
         EXPECT_EQ(On.Picture(), Before);
     }
@@ -452,6 +454,116 @@ TEST_F(Profile, ComesBackFromTheStore) {
     Desk Again(L"PROFILE", Saved);
     EXPECT_TRUE(SavedBy(Again) == Saved);
     EXPECT_EQ(Again.Exported(), On.Exported());
+}
+
+// A profile whose tree refuses nodes.
+class ProfileNodes : public ::testing::Test {
+  protected:
+    TestPlatform Platform;
+    MemoryRegData Object{L"PROFILE", FullProfile()};
+    std::shared_ptr<RefusingTree> Tree = std::make_shared<RefusingTree>();
+    diProfile Item;
+
+    void SetUp() override { Item.DesignTree() = Tree; }
+    ::testing::AssertionResult ToldBy(bool Failed, std::wstring_view Source) {
+        const KvError Error = CoreUtil::Instance().LastError();
+        CoreUtil::Instance().ForgetError();
+        if (!Failed) return ::testing::AssertionFailure() << "nothing failed";
+        if (Error.Source != Source) return ::testing::AssertionFailure() << Narrow(Error.Source);
+        return ::testing::AssertionSuccess();
+    }
+    std::int32_t Stored(std::wstring_view List) {
+        MemoryRegData Copy(L"PROFILE");
+        EXPECT_FALSE(Item.Save(Copy));
+        return static_cast<std::int32_t>(ListOf(Copy.Read(), List).size());
+    }
+};
+
+TEST_F(ProfileNodes, ThatCannotBeMadeAreToldByTheirMaker) {
+    const std::pair<const wchar_t*, const wchar_t*> kRows[] = {
+        {L"TITLES ", L"diProfile.SetNode"},
+        {L"POPUPS ", L"diProfile.SetNode"},
+        {L"RECHTML ", L"diProfile.SetNode"},
+        {L"HTML ", L"diProfile.SetNode"},
+        {L"COMMANDS-", L"vdbcModule.CommandNodeAdd"},
+        {L"FIELDS-", L"diProfile.SetFieldNode"},
+        {L"FIELDCAPTION ", L"diProfile.SetFieldNode"},
+        {L"FORMATS-", L"diProfile.SetFormatNode"},
+        {L"FORMATCAPTION ", L"diProfile.SetFormatNode"},
+        {L"LOANTABLECAPTION-", L"diProfile.SetLoanTableNode"},
+        {L"PARMS", L"diProfile.LoadData"}};
+    for (const auto& [Refused, Source] : kRows) {
+        Tree->Refused = Refused;
+        EXPECT_TRUE(ToldBy(Item.LoadData(Object), Source)) << Narrow(Refused);
+    }
+}
+
+TEST_F(ProfileNodes, ThatAreHalfBuiltGoOutAgain) {
+    ASSERT_FALSE(Item.LoadData(Object));
+    const struct {
+        const wchar_t* Refused;
+        const wchar_t* Folder;
+        const wchar_t* List;
+    } kRows[] = {
+        {L"FORMATCAPTION-", L"FORMATS", L"Formats"},          {L"FORMATPARMS ", L"FORMATS", L"Formats"},
+        {L"LOANTABLECAPTION-", L"LOANTABLES", L"LoanTables"}, {L"FIELDPARMS-", L"FIELDS", L"Fields"},
+        {L"COMMANDTIPS-", L"COMMANDS", L"Commands"},          {L"TITLES ", L"TITLES", L"Titles"}};
+    for (const auto& Row : kRows) {
+        SCOPED_TRACE(Narrow(Row.Refused));
+        const Head At{.CurrFolder = Row.Folder, .CurrItem = Row.Folder, .Key = Row.Folder};
+        std::wstring Made;
+        Tree->Refused = Row.Refused;
+        EXPECT_TRUE(Item.EditData(At, Made));
+        CoreUtil::Instance().ForgetError();
+        EXPECT_EQ(Tree->CountBelow(Row.Folder), 2);
+        EXPECT_EQ(Stored(Row.List), 2);
+        // Moved, the element and its node come back to where they were, or the node can't be made either way.
+        Head Second{.CurrFolder = Tree->NodeAt(Row.Folder, 2),
+                    .CurrItem = Tree->NodeAt(Row.Folder, 2),
+                    .Index = 2,
+                    .Key = Row.Folder};
+        const std::wstring First = Tree->NodeAt(Row.Folder, 1);
+        EXPECT_TRUE(Item.MoveData(Second, 1));
+        CoreUtil::Instance().ForgetError();
+        EXPECT_EQ(Tree->NodeAt(Row.Folder, 1), First);
+        EXPECT_LE(Tree->CountBelow(Row.Folder), 2);
+        Tree->Refused.clear();
+        ASSERT_FALSE(Item.LoadData(Object));
+        EXPECT_EQ(Tree->CountBelow(Row.Folder), 2);
+    }
+}
+
+TEST_F(ProfileNodes, OfAMovedLabelAreToldUnderTheMove) {
+    ASSERT_FALSE(Item.LoadData(Object));
+    const std::wstring Format = Tree->NodeAt(L"FORMATS", 1);
+    const std::wstring Folder = Tree->NodeAt(Format, 2);
+    Head Label{
+        .CurrFolder = Folder, .CurrItem = Tree->NodeAt(Folder, 2), .Index = 2, .Key = L"FORMATCAPTION"};
+    Tree->Refused = L"FORMATCAPTION ";
+    EXPECT_TRUE(ToldBy(Item.MoveData(Label, 1), L"diProfile.MoveData"));
+}
+
+TEST_F(Profile, AfterMappingNoElementIsAddedUntilTheTreeIsBuiltAgain) {
+    std::string Bytes;
+    {
+        Desk Source(L"TABLE",
+                    WithList(Desk::Named(L"LIBRI"), L"Fields", {Element(171, L"A", {{L"Tag", 225}})}));
+        std::wstring Word;
+        ASSERT_TRUE(
+            Accepted(Source.Try([&] { return Source.Core.CopyData({.CurrItem = L"ROOT"}, false, Word); })));
+        Bytes = ReadFile(Source.Platform.Folder / "KVDSCLP.TMP");
+    }
+    WriteFile(On.Platform.Folder / "KVDSCLP.TMP", Bytes);
+    for (const Answer Given : {Answer::No, Answer::Yes}) {
+        On.Platform.Answers = {Given};
+        On.Core.TlbrButtonClick(L"MAPTABLE", {.CurrItem = L"ROOT"});
+        std::wstring Made;
+        EXPECT_TRUE(Refused(AddAt(On, L"FIELDS", Made), 20000, L"diProfile.EditData",
+                            L"Salvare l'oggetto e riaprirlo per visualizzare le modifiche."));
+    }
+    ASSERT_TRUE(Accepted(On.Try([&] { return On.Core.LoadData(); })));
+    std::wstring Made;
+    ASSERT_TRUE(Accepted(AddAt(On, L"FIELDS", Made)));
 }
 
 }  // namespace
