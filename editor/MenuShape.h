@@ -261,16 +261,12 @@ template <class Form>
         if (vdbShared::LoadFresh(Held, Clsid)) return true;
         typename Form::Record& Exported = *Held;
         vdbShared::Exporter Out(Item, Buffer);
-        const auto Buttons = [&] {
-            return Out.Each(Exported.Commands, [&](std::int32_t C) {
-                return Out.One(kCommands, 1, {&C, 1}) ||
-                       Out.Inner(kCommandTips, Exported.Commands.Item(C).ToolTips, C, 3);
-            });
-        };
         if (Out.One(vdbShared::kParms, 1)) return true;
         for (const std::wstring_view Word : Form::kExport) {
             const auto* const Section = FindSection(detail::kLists<Form>, Word);
-            if (Word == kCommands ? Buttons() : Out.Each(Word, Section->List(Exported, {}), 1)) return true;
+            if (Word == kCommands ? ExportCommands(Out, Exported.Commands, 3)
+                                  : Out.Each(Word, Section->List(Exported, {}), 1))
+                return true;
         }
         return false;
     });
@@ -280,12 +276,11 @@ template <class Form>
 template <class Form>
 [[nodiscard]] bool EditData(DesignTree& Tree, typename Form::Record& Record, const Head& At,
                             std::wstring& NewItemKey) {
-    return vdbShared::EditData(detail::kSource<Form, detail::kEditData>, Tree, Record, detail::kLists<Form>,
-                               At, NewItemKey, [&] {
-                                   if (At.Key == vdbShared::kParms || At.Key == kCommandParms)
-                                       vdbShared::AddNamelessLeaf(Tree, At, NewItemKey);
-                                   return false;
-                               });
+    return vdbShared::EditData(
+        detail::kSource<Form, detail::kEditData>, Tree, Record, detail::kLists<Form>, At, NewItemKey, [&] {
+            return (At.Key == vdbShared::kParms || At.Key == kCommandParms) &&
+                   vdbShared::AddNamelessLeaf(detail::kSource<Form, detail::kSetNode>, Tree, At, NewItemKey);
+        });
 }
 
 /// In a block PARMS stands one deeper than the block's lines.

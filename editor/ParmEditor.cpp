@@ -400,7 +400,7 @@ bool SaveMessage(ParmList<MessageRecord>& Messages, std::int32_t Index, std::wst
     return SaveMessageParms(L"ParmEditor.SaveMessage", Messages, Index, Buffer, StrictFlag(Flags));
 }
 bool DispMessage(const MessageRecord& From, std::wstring& Buffer, const SaveFlags&) {
-    return DispMessageParms(L"ParmEditor.DispMessage", From, Buffer, 0);
+    return Disp(L"ParmEditor.DispMessage", kMessageRows, From, Buffer);
 }
 
 bool SaveMessageText(ParmItem& Into, std::wstring& Buffer, const SaveFlags& Flags) {

@@ -67,16 +67,17 @@ Place PlaceOfSection(const DesignTree& Tree, const ElementSection<R>& Section, c
     return PlaceOf(Tree, At, Section.Owners, Section.Leaf, Item);
 }
 
-/// SaveData of an element's section. True on failure.
+/// SaveData of an element's section; the new caption comes back, also that of an element without a node.
+/// True on failure.
 template <class R>
 [[nodiscard]] bool SaveElement(DesignTree& Tree, R& Record, const ElementSection<R>& Section, const Head& At,
                                std::wstring& NewItemKey, std::wstring& Buffer, const SaveFlags& Flags) {
     const Place Of = PlaceOfSection(Tree, Section, At);
     if (Section.Save(Record, Of, Buffer, Flags)) return true;
     if (!Section.Caption) return false;
-    std::wstring Caption = Section.Caption(Record, Of);
+    NewItemKey = Section.Caption(Record, Of);
     if (Section.Owners > 0 || Tree.HasNode(Section.Word))
-        ShowCaption(Tree, ElementNode(Tree, At, Section.Leaf), std::move(Caption), NewItemKey);
+        Tree.SetNodeText(ElementNode(Tree, At, Section.Leaf), NewItemKey);
     return false;
 }
 

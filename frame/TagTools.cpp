@@ -30,7 +30,7 @@ bool Waiting(std::wstring_view Source, Body&& Run) {
 // Whether the tool serves the class; where it does not, the operator is told.
 bool Served(std::wstring_view ClassWord, std::span<const std::wstring_view> Classes) {
     if (std::find(Classes.begin(), Classes.end(), ClassWord) != Classes.end()) return true;
-    static_cast<void>(Door().MessageBox(L"Funzione non disponibile per questo oggetto.", box::kOk));
+    static_cast<void>(Door().MessageBox(kToolNotServed, box::kOk));
     return false;
 }
 

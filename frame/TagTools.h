@@ -63,6 +63,9 @@ TagMessages TagMessagesOf(const List& Messages) {
     return Seen;
 }
 
+/// What the operator is told of a tool that does not serve the class.
+inline constexpr std::wstring_view kToolNotServed = L"Funzione non disponibile per questo oggetto.";
+
 /// The greatest tag that the list of free tags knows.
 inline constexpr std::int32_t kGreatestTag = 32767;
 

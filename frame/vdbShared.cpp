@@ -72,9 +72,13 @@ void AddPlainLeaf(DesignTree& Tree, const Head& At, std::wstring& NewItemKey) {
     AddFurtherLeaf(Tree, At, At.Key, NewItemKey);
 }
 
-void AddNamelessLeaf(DesignTree& Tree, const Head& At, std::wstring& NewItemKey) {
-    CoreUtil::Instance().Door().Beep();
-    AddFurtherLeaf(Tree, At, {}, NewItemKey);
+bool AddNamelessLeaf(std::wstring_view SetNodeSource, DesignTree& Tree, const Head& At,
+                     std::wstring& NewItemKey) {
+    return Trap(SetNodeSource, [&] {
+        CoreUtil::Instance().Door().Beep();
+        AddFurtherLeaf(Tree, At, {}, NewItemKey);
+        return false;
+    });
 }
 
 void ShowCaption(DesignTree& Tree, std::wstring_view Key, std::wstring Caption, std::wstring& NewItemKey) {

@@ -72,9 +72,11 @@ void SetNode(DesignTree& Tree, std::wstring_view Name, std::wstring_view Caption
 
 /// EditData of a section without a list: a further leaf below the folder of the section that is selected, or
 /// else below the one that the section word names. Its caption is the section word; a class whose list
-/// sections have captions of their own knows none for it: the leaf is nameless, and the beep sounds.
+/// sections have captions of their own knows none for it: the leaf is nameless, and the beep sounds; its
+/// SetNode reports under `SetNodeSource` (True on failure).
 void AddPlainLeaf(DesignTree& Tree, const Head& At, std::wstring& NewItemKey);
-void AddNamelessLeaf(DesignTree& Tree, const Head& At, std::wstring& NewItemKey);
+[[nodiscard]] bool AddNamelessLeaf(std::wstring_view SetNodeSource, DesignTree& Tree, const Head& At,
+                                   std::wstring& NewItemKey);
 
 /// Writes the caption of an element whose section was saved into its node and hands it back.
 void ShowCaption(DesignTree& Tree, std::wstring_view Key, std::wstring Caption, std::wstring& NewItemKey);

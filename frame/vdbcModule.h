@@ -228,22 +228,48 @@ bool Align(Record& From, std::wstring_view Keyword, LineWriter& Out) {
 }
 }  // namespace write
 
-// The columns of ListSection and ElementSection for a list `L` of buttons.
+/// Exports a list of buttons: the section of each, then those of its tool tips at their own indent.
+template <class Commands>
+[[nodiscard]] bool ExportCommands(vdbShared::Exporter& Out, const Commands& List, std::int32_t TipsIndent) {
+    return Out.Each(List, [&](std::int32_t I) {
+        return Out.One(kCommandShape.Word, 1, {&I, 1}) ||
+               Out.Inner(kCommandShape.InnerWord, List.Item(I).ToolTips, I, TipsIndent);
+    });
+}
+
+// The columns of ListSection and ElementSection for a list `L` of buttons, or of messages.
+
+/// Stands for the code of a new button or the name of a new message until the operator replaces it.
+inline constexpr std::wstring_view kUnnamed = L"?????";
 
 /// A button whose code the operator is to replace.
 template <class L>
 std::int32_t NewCommandIn(typename L::Record& Record, const Place& At, std::int32_t After) {
     auto& Commands = L::Of(Record, At);
     std::remove_cvref_t<decltype(Commands.Item(1))> Fresh;
-    Fresh.Code = L"?????";
+    Fresh.Code = kUnnamed;
     return vdbShared::NewElement(Commands, After, std::move(Fresh));
 }
-/// The same with one tool tip to begin with.
+/// The same as the forms of navigation make it: it has no id while its code is to be replaced, and one tool
+/// tip to begin with, which has one.
 template <class L>
-std::int32_t NewCommandWithTipIn(typename L::Record& Record, const Place& At, std::int32_t After) {
-    const std::int32_t Made = NewCommandIn<L>(Record, At, After);
-    vdbShared::NewElement(L::Of(Record, At).Item(Made).ToolTips, 0);
-    return Made;
+std::int32_t NewCommandWithTipIn(typename L::Record& Record, const Place& At, std::int32_t) {
+    auto& Commands = L::Of(Record, At);
+    std::remove_cvref_t<decltype(Commands.Item(1))> Fresh;
+    Fresh.Code = kUnnamed;
+    vdbShared::NewElement(Fresh.ToolTips, 0);
+    Commands.Add(std::move(Fresh));
+    return Commands.Count();
+}
+/// A message whose name the operator is to replace, without an id, and with one text, which has one.
+template <class L>
+std::int32_t NewMessageWithTextIn(typename L::Record& Record, const Place& At, std::int32_t) {
+    auto& Messages = L::Of(Record, At);
+    std::remove_cvref_t<decltype(Messages.Item(1))> Fresh;
+    Fresh.Name = kUnnamed;
+    vdbShared::NewElement(Fresh.Message, 0);
+    Messages.Add(std::move(Fresh));
+    return Messages.Count();
 }
 template <class L>
 bool SetCommandNode(DesignTree& Tree, typename L::Record& Record, const Place& At, std::int32_t Index,
@@ -255,7 +281,7 @@ template <class Command>
 std::wstring CodeOf(const Command& Of) {
     return Of.Code;
 }
-/// What the leaf of a popup shows.
+/// What the leaf of a popup shows. Nothing beeps: it would at every load.
 template <class Popup>
 std::wstring NoCaption(const Popup&) {
     return {};

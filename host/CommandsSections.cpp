@@ -41,7 +41,7 @@ void SaveChange(Session& Work, WindowCore& Core) {
     if (Core.Tree().Modified())
         Work.MustSave(Core.Save());
     else
-        TellTrouble("nothing has changed: this section is not one of several", Work.Err());
+        TellTrouble("nothing has changed: the class does not do that to this section", Work.Err());
 }
 
 // In a window a section is shown before it is saved, and some items count on it: showing fills in what a new

@@ -7,6 +7,7 @@
 #include <system_error>
 #include <vector>
 
+#include "frame/TagTools.h"
 #include "host/Text.h"
 
 namespace kv::host {
@@ -19,7 +20,7 @@ using window::WindowCore;
 // which would tell nobody on a command line anything.
 [[noreturn]] void RefuseTool() {
     KvError Error;
-    Error.Description = L"Funzione non disponibile per questo oggetto.";
+    Error.Description = kToolNotServed;
     throw Refused({std::move(Error)});
 }
 

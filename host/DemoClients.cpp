@@ -181,13 +181,6 @@ struct Shown {
     DemoTexts Labels{};  // behind the Italian one
 };
 
-struct Popup {
-    std::wstring_view Text;
-    std::wstring_view Language;
-    std::wstring_view Code;
-    std::wstring_view Action;
-};
-
 struct Format {
     std::wstring_view Parms;
     DemoTexts Labels;
@@ -209,7 +202,7 @@ struct ProfileRow {
     std::vector<Format> Formats{};
     DemoTexts Titles{};
     std::vector<DemoButton> Buttons{};
-    std::vector<Popup> Popups{};
+    std::vector<DemoPopup> Popups{};
     std::vector<LoanTable> LoanTables{};
     std::vector<DemoPage> RecHtml{};
     std::vector<DemoPage> LoanHtml{};
@@ -269,7 +262,7 @@ IMAGEMAXHEIGHT= 180
               .Browse = L"ELENCO",
               .Flags = L"PEER",
               .Labels = {{L"ENG", L"Subject: "}, {L"FRE", L"Sujet: "}}},
-             {.Tag = 17001, .Browse = L"ELENCO", .Labels = {{L"ENG", L"Author: "}, {L"GER", L"Verfasser: "}}},
+             {.Tag = 17001, .Browse = L"AUTORI", .Labels = {{L"ENG", L"Author: "}, {L"GER", L"Verfasser: "}}},
              {.Tag = 19502, .Flags = L"NOBREAK", .Labels = {{L"ENG", L"Shelf mark: "}}}},
         .Formats = {{LR"(NAME= "BREVE"
 STYLE= BANNER
@@ -435,20 +428,11 @@ DemoObject Profile(const ProfileRow& Of) {
     DemoDraft Made(L"PROFILE", Of.Name, Of.Desc);
     Made.Section(L"PARMS", {1}, Of.Parms);
     Made.Buttons(Of.Buttons);
-    std::int32_t At = 0;
-    for (const Popup& Each : Of.Popups) {
-        Made.Element(L"POPUPS");
-        Made.Section(L"POPUPS", {++At}, [&](LineWriter& Out) {
-            Out.Quoted(L"TEXT=", Each.Text);
-            Out.Quoted(L"LANG=", Each.Language);
-            Out.Quoted(L"CODE=", Each.Code);
-            Out.Plain(L"ACTION=", Each.Action);
-        });
-    }
+    Made.Popups(Of.Popups);
     Made.Captions(L"TITLES", {}, Of.Titles);
     Made.Pages(L"RECHTML", Of.RecHtml);
     Made.Pages(L"LOANHTML", Of.LoanHtml);
-    At = 0;
+    std::int32_t At = 0;
     for (const Format& Each : Of.Formats) {
         Made.Element(L"FORMATS");
         Made.Section(L"FORMATPARMS", {++At}, Each.Parms);
@@ -475,13 +459,9 @@ DemoObject WebClient(std::wstring_view Name, std::wstring_view Desc, std::wstrin
     DemoDraft Made(L"WEBCLIENT", Name, Desc);
     Made.Section(L"PARMS", {1}, Parms);
     Made.Buttons(Buttons);
-    Made.Element(L"POPUPS");
-    Made.Section(L"POPUPS", {1}, [&](LineWriter& Out) {
-        Out.Quoted(L"TEXT=", Buttons.front().Tips.front().second);
-        Out.Quoted(L"LANG=", Buttons.front().Tips.front().first);
-        Out.Quoted(L"CODE=", Buttons.front().Code);
-        Out.Plain(L"ACTION=", Buttons.front().Action);
-    });
+    const DemoButton& First = Buttons.front();
+    const auto& [Language, Text] = First.Tips.front();
+    Made.Popups({{Text, Language, First.Code, First.Action}});
     return Made.Take();
 }
 

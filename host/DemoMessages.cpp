@@ -83,13 +83,10 @@ DemoObject StringTable(std::wstring_view Name, std::wstring_view Desc,
     for (const DemoMessage& Each : Messages) {
         Made.Element(L"FIELDS");
         Made.Section(L"FIELDPARMS", {++At}, [&](LineWriter& Out) { Out.Quoted(L"NAME=", Each.Name); });
-        for (std::size_t I = 0; I < kDemoLanguages.size(); ++I) {
-            const Place Of{At, static_cast<std::int32_t>(I) + 1};
-            if (I == 0)  // a message is born with one text
-                Made.SetCaption(L"FIELDCAPTION", Of, kDemoLanguages[I], Each.Texts[I]);
-            else
-                Made.Caption(L"FIELDCAPTION", Of, kDemoLanguages[I], Each.Texts[I]);
-        }
+        DemoTexts Texts;
+        for (std::size_t I = 0; I < kDemoLanguages.size(); ++I)
+            Texts.emplace_back(kDemoLanguages[I], Each.Texts[I]);
+        Made.Captions(L"FIELDCAPTION", {At}, Texts, Born::WithText);
     }
     return Made.Take();
 }

@@ -2,26 +2,45 @@
 
 namespace kv::host {
 
-void DemoDraft::Captions(std::wstring_view List, const Place& In, const DemoTexts& All) {
+void DemoDraft::Captions(std::wstring_view List, const Place& In, const DemoTexts& All, Born As) {
     Place Of = In;
     Of.push_back(0);
     for (const auto& [Language, Text] : All) {
-        ++Of.back();
-        Caption(List, Of, Language, Text);
+        if (++Of.back() == 1 && As == Born::WithText)
+            SetCaption(List, Of, Language, Text);
+        else
+            Caption(List, Of, Language, Text);
     }
 }
 
-void DemoDraft::Buttons(const std::vector<DemoButton>& All) {
+void DemoDraft::Button(std::wstring_view Word, std::int32_t At, const DemoButton& Of) {
+    Section(Word, {At}, [&](LineWriter& Out) {
+        Out.Quoted(L"CODE=", Of.Code);
+        Out.Plain(L"ACTION=", Of.Action);
+        Out.Bool(L"ENABLED=", true);
+        Out.Bool(L"VISIBLE=", true);
+    });
+}
+
+void DemoDraft::Buttons(const std::vector<DemoButton>& All, Born As) {
     std::int32_t At = 0;
     for (const DemoButton& Each : All) {
         Element(L"COMMANDS");
-        Section(L"COMMANDPARMS", {++At}, [&](LineWriter& Out) {
+        Button(L"COMMANDPARMS", ++At, Each);
+        Captions(L"COMMANDTIPS", {At}, Each.Tips, As);
+    }
+}
+
+void DemoDraft::Popups(const std::vector<DemoPopup>& All) {
+    std::int32_t At = 0;
+    for (const DemoPopup& Each : All) {
+        Element(L"POPUPS");
+        Section(L"POPUPS", {++At}, [&](LineWriter& Out) {
+            Out.Quoted(L"TEXT=", Each.Text);
+            Out.Quoted(L"LANG=", Each.Language);
             Out.Quoted(L"CODE=", Each.Code);
             Out.Plain(L"ACTION=", Each.Action);
-            Out.Bool(L"ENABLED=", true);
-            Out.Bool(L"VISIBLE=", true);
         });
-        Captions(L"COMMANDTIPS", {At}, Each.Tips);
     }
 }
 

@@ -14,14 +14,15 @@
 
 namespace kv::host {
 
-std::vector<DemoObject> DemoServices();   // CATALOGUE, FILTER, IMPORT, MEMBER, REPOSITORY
-std::vector<DemoObject> DemoTables();     // TABLE, records and indexes
-std::vector<DemoObject> DemoSorts();      // SORT
-std::vector<DemoObject> DemoStopWords();  // STOPWORD
-std::vector<DemoObject> DemoImports();    // IMPORTPROC
-std::vector<DemoObject> DemoForms();      // MATER, STEM
-std::vector<DemoObject> DemoMessages();   // STRINGTABLE
-std::vector<DemoObject> DemoClients();    // PROFILE, RETRIEVAL, VCLIENT, WEBCLIENT
+std::vector<DemoObject> DemoServices();    // CATALOGUE, FILTER, IMPORT, MEMBER, REPOSITORY
+std::vector<DemoObject> DemoTables();      // TABLE, records and indexes
+std::vector<DemoObject> DemoSorts();       // SORT
+std::vector<DemoObject> DemoStopWords();   // STOPWORD
+std::vector<DemoObject> DemoImports();     // IMPORTPROC
+std::vector<DemoObject> DemoForms();       // MATER, STEM
+std::vector<DemoObject> DemoMessages();    // STRINGTABLE
+std::vector<DemoObject> DemoClients();     // PROFILE, RETRIEVAL, VCLIENT, WEBCLIENT
+std::vector<DemoObject> DemoNavigation();  // BROWSE, HELP, MENU, QUERY, SETOPS, WEBSERVER
 
 /// A field of a record table, as other objects refer to it.
 struct DemoField {
@@ -49,6 +50,13 @@ struct DemoButton {
     DemoTexts Tips;
 };
 
+struct DemoPopup {
+    std::wstring_view Text;
+    std::wstring_view Language;
+    std::wstring_view Code;
+    std::wstring_view Action;
+};
+
 struct DemoPage {
     std::wstring_view FileName;
     std::wstring_view Language;
@@ -60,6 +68,9 @@ struct DemoFont {
     std::int32_t Size;
     bool Bold = false;
 };
+
+/// Whether the server makes an element with a first text.
+enum class Born { Empty, WithText };
 
 /// An object put together step by step.
 class DemoDraft {
@@ -96,11 +107,15 @@ class DemoDraft {
         });
     }
 
+    /// The parameters of a button that is there.
+    void Button(std::wstring_view Word, std::int32_t At, const DemoButton& Of);
+
     // New last elements of a list that is empty so far, and their texts.
 
     /// Texts of a list by language, which stands in the elements that `In` tells.
-    void Captions(std::wstring_view List, const Place& In, const DemoTexts& All);
-    void Buttons(const std::vector<DemoButton>& All);
+    void Captions(std::wstring_view List, const Place& In, const DemoTexts& All, Born As = Born::Empty);
+    void Buttons(const std::vector<DemoButton>& All, Born As = Born::Empty);
+    void Popups(const std::vector<DemoPopup>& All);
     void Pages(std::wstring_view List, const std::vector<DemoPage>& All);
     void Fonts(std::wstring_view List, const std::vector<DemoFont>& All);
 

@@ -31,9 +31,10 @@ inline constexpr SectionRow<MessageRecord> kMessageRows[] = {
 }
 
 /// Renders it. True on failure (source `Source`).
-[[nodiscard]] inline bool DispMessageParms(std::wstring_view Source, const MessageRecord& From,
-                                           std::wstring& Buffer, std::int32_t Indent) {
-    return DispSection(Source, kMessageRows, From, Buffer, Indent);
+[[nodiscard]] inline bool DispMessageParms(std::wstring_view Source, const ParmList<MessageRecord>& Messages,
+                                           std::int32_t Index, std::wstring& Buffer, std::int32_t Indent) {
+    return Trap(Source,
+                [&] { return DispSection(Source, kMessageRows, Messages.Item(Index), Buffer, Indent); });
 }
 
 }  // namespace kv

@@ -55,7 +55,7 @@ struct QueryRecord final : Stored<QueryRecord> {
     ParmList<CommandRecord> Commands;
     std::int32_t DefaultSet = 0;  // 0 or 1
     ParmList<QueryFieldRecord> Fields;
-    std::int32_t Flags = 0;  // only written as 0
+    std::int32_t Flags = 0;  // no flag word exists
     std::wstring Help;
     std::wstring HelpWww;
     ParmList<HtmlRecord> Html;

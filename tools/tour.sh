@@ -67,6 +67,23 @@ show 0 'kvdesign tags TABLE NOTIZIE | tail -4'
 say "The tags as constants, for programs that read the records."
 show 0 "kvdesign constants TABLE NOTIZIE --output \$work/notizie.bas; tr -d '\r' < \$work/notizie.bas | sed -n 1,8p"
 
+say "A display profile shows them: a field for each tag, with its labels in several languages."
+show 0 "kvdesign tree PROFILE SCHEDA | sed -n '/Campo: 12001/,/Campo: 12002/p'"
+show 0 'kvdesign show PROFILE SCHEDA FORMATPARMS 2'
+
+say "What a reader walks through: a field of a query offers values, a browse has filters."
+show 0 "kvdesign tree QUERY AVANZATA | sed -n '/Campo: Lingua/,/Valore: ENG/p'"
+show 0 'kvdesign show QUERY AVANZATA CONSTANTCAPTION 5 1 2'
+show 0 'kvdesign show BROWSE AUTORI FILTER 2'
+
+say "The pages of the web server, and a message of its own in the second of two languages."
+show 0 "kvdesign tree WEBSERVER OPAC | grep 'File: .ENG'"
+show 0 'kvdesign show WEBSERVER OPAC MESSAGECAPTION 1 2'
+
+say "The messages of a client application, and what a program that shows them is compiled with."
+show 0 'kvdesign show VCLIENT LETTORI FIELDCAPTION 2 3'
+show 0 "kvdesign constants VCLIENT LETTORI --output \$work/messaggi.bas; grep -a BASE_NON_TROVATA \$work/messaggi.bas | iconv -f CP1252 -t UTF-8 | tr -d '\r'"
+
 say "Every section of every object reads back; a fault would be a line here, and the exit code 1."
 show 0 'kvdesign check'
 

@@ -22,7 +22,6 @@ constexpr std::wstring_view kTitleFonts = L"TITLEFONTS";
 constexpr std::wstring_view kMessages = L"FIELDS";
 constexpr std::wstring_view kMessageParms = L"FIELDPARMS";
 constexpr std::wstring_view kMessageTexts = L"FIELDCAPTION";
-constexpr std::wstring_view kUnnamed = L"?????";
 
 constexpr std::wstring_view kTools[] = {L"CONSTANTS"};
 

@@ -270,13 +270,9 @@ bool diProfile::ExportData(RegData& Clsid, std::wstring& Buffer) {
             });
         };
         return Out.One(kParms, 1) || Out.Each(kTextFonts, From.TextFonts, 1) ||
-               Out.Each(From.Commands,
-                        [&](std::int32_t I) {
-                            return Out.One(kCommands, 1, {&I, 1}) ||
-                                   Out.Inner(kCommandTips, From.Commands.Item(I).ToolTips, I, 1);
-                        }) ||
-               Out.Each(kPopups, From.Popups, 1) || Out.Each(kLoanHtml, From.LoanHtml, 1) ||
-               Out.Each(kRecHtml, From.RecHtml, 1) || Out.Each(kTitles, From.Titles, 1) ||
+               ExportCommands(Out, From.Commands, 1) || Out.Each(kPopups, From.Popups, 1) ||
+               Out.Each(kLoanHtml, From.LoanHtml, 1) || Out.Each(kRecHtml, From.RecHtml, 1) ||
+               Out.Each(kTitles, From.Titles, 1) ||
                Elements(From.Fields, kFields, kFieldParms, kFieldCaption) ||
                Elements(From.Formats, kFormats, kFormatParms, kFormatCaption) ||
                Elements(From.LoanTables, kLoanTables, kLoanTableParms, kLoanTableCaption) ||
@@ -286,8 +282,8 @@ bool diProfile::ExportData(RegData& Clsid, std::wstring& Buffer) {
 
 bool diProfile::EditData(const Head& At, std::wstring& NewItemKey) {
     return vdbShared::EditData(L"diProfile.EditData", Tree(), Record(), kLists, At, NewItemKey, [&] {
-        if (At.Key == kParms || At.Key == kFieldParms) vdbShared::AddNamelessLeaf(Tree(), At, NewItemKey);
-        return false;
+        return (At.Key == kParms || At.Key == kFieldParms) &&
+               vdbShared::AddNamelessLeaf(L"diProfile.SetNode", Tree(), At, NewItemKey);
     });
 }
 

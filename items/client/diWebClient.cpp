@@ -147,10 +147,8 @@ bool diWebClient::ExportData(RegData& Clsid, std::wstring& Buffer) {
         if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         const R& Exported = Record();
         vdbShared::Exporter Out(*this, Buffer);
-        return Out.One(kParms, 1) || Out.Each(Exported.Commands, [&](std::int32_t C) {
-            return Out.One(kCommands, 1, {&C, 1}) ||
-                   Out.Inner(kCommandTips, Exported.Commands.Item(C).ToolTips, C, 1);
-        }) || Out.Each(kPopups, Exported.Popups, 1);
+        return Out.One(kParms, 1) || ExportCommands(Out, Exported.Commands, 1) ||
+               Out.Each(kPopups, Exported.Popups, 1);
     });
 }
 

@@ -221,13 +221,8 @@ bool diStem::ExportData(RegData& Clsid, std::wstring& Buffer) {
         const R& Exported = Record();
         vdbShared::Exporter Out(*this, Buffer);
         return Out.One(kParms, 1) || Out.Each(kMessage, Exported.Messages, 1) ||
-               Out.Each(Exported.Commands,
-                        [&](std::int32_t C) {
-                            return Out.One(kCommands, 1, {&C, 1}) ||
-                                   Out.Inner(kCommandTips, Exported.Commands.Item(C).ToolTips, C, 1);
-                        }) ||
-               Out.Each(kFonts, Exported.Fonts, 1) || Out.Each(kTitles, Exported.Titles, 1) ||
-               Out.Each(Exported.Fields, [&](std::int32_t N) {
+               ExportCommands(Out, Exported.Commands, 1) || Out.Each(kFonts, Exported.Fonts, 1) ||
+               Out.Each(kTitles, Exported.Titles, 1) || Out.Each(Exported.Fields, [&](std::int32_t N) {
                    return Out.Block(kFields, 1, [&] {
                        return Out.One(kFieldParms, 2, {&N, 1}) ||
                               Out.Inner(kFieldCaption, Exported.Fields.Item(N).Captions, N, 2);

@@ -19,7 +19,6 @@ using vdbShared::PlaceOf;
 constexpr std::wstring_view kMessages = L"FIELDS";
 constexpr std::wstring_view kMessageParms = L"FIELDPARMS";
 constexpr std::wstring_view kMessageTexts = L"FIELDCAPTION";
-constexpr std::wstring_view kUnnamed = L"?????";
 
 constexpr LadderRow<StringItemRecord> kMsgLadder[] = {
     {L"NAME=", read::Upper<&StringItemRecord::Name>},

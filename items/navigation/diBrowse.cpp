@@ -78,13 +78,26 @@ constexpr auto Page = HtmlNode<HtmlRecord>;
 constexpr auto Font = FontNode<FontRecord>;
 constexpr auto FilterCaption = FilterNode<FilterRecord>;
 
+// A new tool tip is made by SetNode, which has no caption for it; one that has moved bears the key of its
+// folder.
+bool SetTip(DesignTree& Tree, R& Record, const Place& At, std::int32_t Index, std::wstring& Key,
+            std::optional<std::int32_t> Relationship) {
+    if (Relationship != relation::kChild)
+        return vdbShared::InnerLeaf<Tips, kCommandTips, kOfFolder, Message, Message>(Tree, Record, At, Index,
+                                                                                     Key, Relationship);
+    return Trap(L"diBrowse.SetNode", [&] {
+        return vdbShared::SetInnerNode(Tree, {}, Key, Relationship, vdbShared::LeafKeys::OfSection,
+                                       kCommandTips);
+    });
+}
+
 // A popup neither moves nor can it be deleted.
 // clang-format off
 constexpr ListSection<R> kLists[] = {
     {kTitles, 0, ListOf<Titles>, NewIn<Titles>, SetNode<Titles, kTitles, Title>, NewAt::End, Move::Yes, Delete::Yes},
     {kFonts, 0, ListOf<Fonts>, NewIn<Fonts>, nullptr, NewAt::End, Move::Yes, Delete::Yes},
     {kCommands, 0, ListOf<Commands>, NewCommandWithTipIn<Commands>, SetCommandNode<Commands>, NewAt::End, Move::Yes, Delete::Yes},
-    {kCommandTips, 1, ListOf<Tips>, NewIn<Tips>, vdbShared::InnerLeaf<Tips, kCommandTips, kOfFolder, Message, Message>, NewAt::End, Move::Yes, Delete::Yes},
+    {kCommandTips, 1, ListOf<Tips>, NewIn<Tips>, SetTip, NewAt::End, Move::Yes, Delete::Yes},
     {kPopups, 0, ListOf<Popups>, NewIn<Popups>, SetNode<Popups, kPopups, NoCaption<CommandRecord>>, NewAt::End, Move::No, Delete::No},
     {kFilter, 0, ListOf<Filters>, NewFilter, SetNode<Filters, kFilter, FilterCaption>, NewAt::End, Move::Yes, Delete::Yes},
     {kFiltTitles, 0, ListOf<FiltTitles>, NewIn<FiltTitles>, SetNode<FiltTitles, kFiltTitles, Title>, NewAt::End, Move::Yes, Delete::Yes},
@@ -192,23 +205,17 @@ bool diBrowse::ExportData(RegData& Clsid, std::wstring& Buffer) {
         if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         const R& From = Record();
         vdbShared::Exporter Out(*this, Buffer);
-        const auto Buttons = [&] {
-            return Out.Each(From.Commands, [&](std::int32_t C) {
-                return Out.One(kCommands, 1, {&C, 1}) ||
-                       Out.Inner(kCommandTips, From.Commands.Item(C).ToolTips, C, 3);
-            });
-        };
         return Out.One(kParms, 1) || Out.Each(kTitles, From.Titles, 1) || Out.Each(kFonts, From.Fonts, 1) ||
-               Buttons() || Out.Each(kPopups, From.Popups, 1) || Out.Each(kFilters, From.Filters, 1) ||
-               Out.Each(kFiltTitles, From.FiltTitles, 1) || Out.Each(kFiltMessages, From.FiltMessages, 1) ||
-               Out.Each(kHtml, From.Html, 1);
+               ExportCommands(Out, From.Commands, 3) || Out.Each(kPopups, From.Popups, 1) ||
+               Out.Each(kFilters, From.Filters, 1) || Out.Each(kFiltTitles, From.FiltTitles, 1) ||
+               Out.Each(kFiltMessages, From.FiltMessages, 1) || Out.Each(kHtml, From.Html, 1);
     });
 }
 
 bool diBrowse::EditData(const Head& At, std::wstring& NewItemKey) {
     return vdbShared::EditData(L"diBrowse.EditData", Tree(), Record(), kLists, At, NewItemKey, [&] {
-        if (At.Key == kParms || At.Key == kCommandParms) vdbShared::AddNamelessLeaf(Tree(), At, NewItemKey);
-        return false;
+        return (At.Key == kParms || At.Key == kCommandParms) &&
+               vdbShared::AddNamelessLeaf(L"diBrowse.SetNode", Tree(), At, NewItemKey);
     });
 }
 

@@ -87,16 +87,6 @@ bool SetNode(DesignTree& Tree, R& Record, const Place& At, std::int32_t Index, s
     });
 }
 
-// A value whose name the operator is to replace, with one caption to begin with.
-std::int32_t NewValue(R& Record, const Place& At, std::int32_t After) {
-    auto& List = Values::Of(Record, At);
-    MessageRecord Fresh;
-    Fresh.Name = L"?????";
-    const std::int32_t Made = vdbShared::NewElement(List, After, std::move(Fresh));
-    vdbShared::NewElement(List.Item(Made).Message, 0);
-    return Made;
-}
-
 constexpr auto kOfFolder = vdbShared::LeafKeys::OfFolder;
 constexpr auto Title = TitleNode<ParmItem>;
 constexpr auto Message = MessageNode<ParmItem>;
@@ -121,7 +111,7 @@ constexpr ListSection<R> kLists[] = {
     {kHtmlResTempl, 0, ListOf<HtmlResTempl>, NewIn<HtmlResTempl>, SetNode<HtmlResTempl, kHtmlResTempl, Page>, NewAt::End, Move::Yes, Delete::Yes},
     {kCommandTips, 1, ListOf<Tips>, NewIn<Tips>, InnerLeaf<Tips, kCommandTips, kOfFolder, Message, Message>, NewAt::End, Move::Yes, Delete::Yes},
     {kFieldCaption, 1, ListOf<FieldCaptions>, NewIn<FieldCaptions>, InnerLeaf<FieldCaptions, kFieldCaption, kOfFolder, Message, Label>, NewAt::End, Move::Yes, Delete::Yes},
-    {kConstants, 1, ListOf<Values>, NewValue, query::SetConstantNode, NewAt::End, Move::Yes, Delete::Yes},
+    {kConstants, 1, ListOf<Values>, NewMessageWithTextIn<Values>, query::SetConstantNode, NewAt::End, Move::Yes, Delete::Yes},
     {kConstantCaption, 2, ListOf<ValueCaptions>, NewIn<ValueCaptions>, InnerLeaf<ValueCaptions, kConstantCaption, kOfFolder, Message, Message>, NewAt::End, Move::Yes, Delete::Yes},
 };
 
@@ -238,10 +228,6 @@ bool diQuery::ExportData(RegData& Clsid, std::wstring& Buffer) {
         const auto Double = [&](std::wstring_view Word, std::int32_t Indent, Positions At) {
             return Out.Block(Word, Indent, [&] { return Out.One(Word, Indent + 1, At); });
         };
-        const auto Button = [&](std::int32_t C) {
-            return Out.One(kCommands, 1, {&C, 1}) ||
-                   Out.Inner(kCommandTips, From.Commands.Item(C).ToolTips, C, 3);
-        };
         const auto Value = [&](std::int32_t F, std::int32_t V) {
             const auto& Captions = From.Fields.Item(F).Defaults.Message.Item(V).Message;
             return Double(kConstantParms, 2, std::array{F, V}) || Out.Each(Captions, [&](std::int32_t K) {
@@ -256,22 +242,19 @@ bool diQuery::ExportData(RegData& Clsid, std::wstring& Buffer) {
                 }) || Out.Each(Each.Defaults.Message, [&](std::int32_t V) { return Value(F, V); });
             });
         };
-        return Out.One(kParms, 1) || Out.Each(From.Commands, Button) || Out.Each(kPopups, From.Popups, 1) ||
-               Out.Each(From.Fields, Field) || Out.Each(kHtml, From.Html, 1) ||
-               Out.Each(kHtmlRes, From.HtmlRes, 1) || Out.Each(kMessage, From.Message, 1) ||
-               Out.Each(kOptionMsg1, From.OptionMsg1, 1) || Out.Each(kOptionMsg2, From.OptionMsg2, 1) ||
-               Out.Each(kTitles, From.Titles, 1) || Out.Each(kHtmlTempl, From.HtmlTempl, 1) ||
-               Out.Each(kHtmlResTempl, From.HtmlResTempl, 1);
+        return Out.One(kParms, 1) || ExportCommands(Out, From.Commands, 3) ||
+               Out.Each(kPopups, From.Popups, 1) || Out.Each(From.Fields, Field) ||
+               Out.Each(kHtml, From.Html, 1) || Out.Each(kHtmlRes, From.HtmlRes, 1) ||
+               Out.Each(kMessage, From.Message, 1) || Out.Each(kOptionMsg1, From.OptionMsg1, 1) ||
+               Out.Each(kOptionMsg2, From.OptionMsg2, 1) || Out.Each(kTitles, From.Titles, 1) ||
+               Out.Each(kHtmlTempl, From.HtmlTempl, 1) || Out.Each(kHtmlResTempl, From.HtmlResTempl, 1);
     });
 }
 
 bool diQuery::EditData(const Head& At, std::wstring& NewItemKey) {
     return vdbShared::EditData(L"diQuery.EditData", Tree(), Record(), kLists, At, NewItemKey, [&] {
         if (!IsOneOf(kLeafOnly, At.Key)) return false;
-        return Trap(L"diQuery.SetNode", [&] {
-            vdbShared::AddNamelessLeaf(Tree(), At, NewItemKey);
-            return false;
-        });
+        return vdbShared::AddNamelessLeaf(L"diQuery.SetNode", Tree(), At, NewItemKey);
     });
 }
 
@@ -281,7 +264,7 @@ bool diQuery::DispData(const Head& At, std::wstring& Buffer, bool ExternalTarget
         SaveFlags Flags;
         if (SetSaveFlags(Flags, Tree().SyntaxOn())) return true;
         return vdbShared::WrapSection(Buffer, At.Key, ExternalTarget, Indent, [&] {
-            // Unlike elsewhere the block decides, and not whether there is an indent.
+            // The block decides, not whether there is an indent.
             const std::int32_t Inside = ExternalTarget ? Indent + 1 : Indent;
             if (At.Key == kParms) return DispParm(Buffer, Inside);
             if (At.Key == kFieldParms)

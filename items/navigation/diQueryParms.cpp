@@ -1,5 +1,6 @@
 // The parameters of a query, of its fields and of their predefined values, and the nodes of fields and
 // values.
+#include <cmath>
 #include <utility>
 
 #include "frame/SectionTable.h"
@@ -33,9 +34,9 @@ constexpr LadderRow<R> kParmLadder[] = {
     {L"MIRROROF=", read::Text<&R::MirrorOf>},
     {L"ROWS=",
      [](R& Into, Parm& P) {
-         const std::int32_t Rows = StrUtil::ToLong(StrUtil::Number(P.Value));
+         const double Rows = std::nearbyint(StrUtil::Number(P.Value));
          if (Rows < 0 || Rows > 20) P.Bad();
-         Into.Rows = Rows;
+         Into.Rows = StrUtil::ToLong(Rows);
          return false;
      }},
     {L"SETSELECT=", read::BoolOrTrue<&R::SetSelect>},
@@ -165,24 +166,34 @@ bool diQuery::DispParm(std::wstring& Buffer, std::int32_t Indent) {
 }
 
 bool diQuery::SaveFieldParm(std::wstring& Buffer, std::int32_t Field, bool SyntaxOn) {
-    return SaveSection(L"diQuery.SaveFieldParm", Scratch::Header, kFieldLadder, Record().Fields.Item(Field),
-                       Buffer, SyntaxOn);
+    constexpr std::wstring_view kSource = L"diQuery.SaveFieldParm";
+    return Trap(kSource, [&] {
+        return SaveSection(kSource, Scratch::Header, kFieldLadder, Record().Fields.Item(Field), Buffer,
+                           SyntaxOn);
+    });
 }
 
 bool diQuery::DispFieldParm(std::wstring& Buffer, std::int32_t Field, std::int32_t Indent) {
-    return DispSection(L"diQuery.DispFieldParm", kFieldLines, std::as_const(Record().Fields.Item(Field)),
-                       Buffer, Indent);
+    constexpr std::wstring_view kSource = L"diQuery.DispFieldParm";
+    return Trap(kSource, [&] {
+        return DispSection(kSource, kFieldLines, std::as_const(Record().Fields.Item(Field)), Buffer, Indent);
+    });
 }
 
 bool diQuery::SaveConstParm(std::wstring& Buffer, std::int32_t Field, std::int32_t Value) {
-    return SaveMessageParms(L"diQuery.SaveConstParm", Record().Fields.Item(Field).Defaults.Message, Value,
-                            Buffer, Tree().SyntaxOn());
+    constexpr std::wstring_view kSource = L"diQuery.SaveConstParm";
+    return Trap(kSource, [&] {
+        return SaveMessageParms(kSource, Record().Fields.Item(Field).Defaults.Message, Value, Buffer,
+                                Tree().SyntaxOn());
+    });
 }
 
 bool diQuery::DispConstParm(std::wstring& Buffer, std::int32_t Field, std::int32_t Value,
                             std::int32_t Indent) {
-    return DispMessageParms(L"diQuery.DispConstParm",
-                            Record().Fields.Item(Field).Defaults.Message.Item(Value), Buffer, Indent);
+    constexpr std::wstring_view kSource = L"diQuery.DispConstParm";
+    return Trap(kSource, [&] {
+        return DispMessageParms(kSource, Record().Fields.Item(Field).Defaults.Message, Value, Buffer, Indent);
+    });
 }
 
 }  // namespace kv

@@ -37,8 +37,6 @@ constexpr std::wstring_view kQuery = L"QUERY";
 constexpr std::wstring_view kQueryResult = L"QUERYRESULT";
 constexpr std::wstring_view kRecord = L"RECORD";
 
-constexpr std::wstring_view kUnnamed = L"?????";
-
 // Image of a tag and of a message; that of their folders, and of all below them, is that of leaves.
 constexpr std::int32_t kNamedIcon = 15;
 
@@ -81,6 +79,8 @@ constexpr LadderRow<R> kParmLadder[] = {
 
 // The levels as they are shown: DEBUGMODE is told by the words of its bits.
 constexpr std::array kShownLevels{kMessageLevels[0], kMessageLevels[1], kMessageLevels[3], kMessageLevels[2]};
+static_assert(kShownLevels[0].Text == L"ALERTERROR" && kShownLevels[1].Text == L"LOGERROR" &&
+              kShownLevels[2].Text == L"LOGTRANSACTIONS" && kShownLevels[3].Text == L"LOGUSERCONNECT");
 
 constexpr LineRow<const R> kParmLines[] = {
     {L"FLAGS=", write::FlagsNoBlank<&R::Flags, kWebServerFlags>},
@@ -190,15 +190,6 @@ bool SetMsgNode(DesignTree& Tree, R& Record, const Place&, std::int32_t Index, s
     });
 }
 
-// A tag or message with one text, whose name the operator is to replace.
-template <class L>
-std::int32_t NewNamed(R& Record, const Place& At, std::int32_t After) {
-    M Fresh;
-    Fresh.Name = kUnnamed;
-    vdbShared::NewElement(Fresh.Message, 0);
-    return vdbShared::NewElement(L::Of(Record, At), After, std::move(Fresh));
-}
-
 template <auto Member, const std::wstring_view& Word>
 constexpr ListSection<R> Templates() {
     using L = InRecord<Member>;
@@ -221,8 +212,8 @@ constexpr ListSection<R> kLists[] = {
     Templates<&R::Query, kQuery>(),
     Templates<&R::QueryResult, kQueryResult>(),
     Templates<&R::Record, kRecord>(),
-    {kConstants, 0, vdbShared::ListOf<Tags>, NewNamed<Tags>, SetConstNode, NewAt::End, Move::Yes, Delete::One},
-    {kMessage, 0, vdbShared::ListOf<Messages>, NewNamed<Messages>, SetMsgNode, NewAt::End, Move::Yes, Delete::One},
+    {kConstants, 0, vdbShared::ListOf<Tags>, NewMessageWithTextIn<Tags>, SetConstNode, NewAt::End, Move::Yes, Delete::One},
+    {kMessage, 0, vdbShared::ListOf<Messages>, NewMessageWithTextIn<Messages>, SetMsgNode, NewAt::End, Move::Yes, Delete::One},
     {kConstantCaption, 1, vdbShared::ListOf<TagTexts>, vdbShared::NewIn<TagTexts>, vdbShared::InnerLeaf<TagTexts, kConstantCaption, kOfFolder, ConstantNode, ConstantNode, kAsIcon>, NewAt::End, Move::Yes, Delete::Yes},
     {kMessageCaption, 1, vdbShared::ListOf<MessageTexts>, vdbShared::NewIn<MessageTexts>, vdbShared::InnerLeaf<MessageTexts, kMessageCaption, kOfFolder, Text, Text, kAsIcon>, NewAt::End, Move::Yes, Delete::Yes},
 };
@@ -363,7 +354,8 @@ bool diWebServer::ExportData(RegData& Clsid, std::wstring& Buffer) {
 bool diWebServer::EditData(const Head& At, std::wstring& NewItemKey) {
     return vdbShared::EditData(L"diWebServer.EditData", Tree(), Record(), kLists, At, NewItemKey, [&] {
         if (At.Key == kParms || At.Key == kConstantParms || At.Key == kMessageParms)
-            vdbShared::AddNamelessLeaf(Tree(), At, NewItemKey);
+            // A leaf of SetNode, also where all around it are icon nodes.
+            return vdbShared::AddNamelessLeaf(L"diWebServer.SetNode", Tree(), At, NewItemKey);
         return false;
     });
 }
@@ -374,6 +366,7 @@ bool diWebServer::DispData(const Head& At, std::wstring& Buffer, bool ExternalTa
         SaveFlags Flags;
         if (SetSaveFlags(Flags, Tree().SyntaxOn())) return true;
         return vdbShared::WrapSection(Buffer, At.Key, ExternalTarget, Indent, [&] {
+            // An indent of 0 stays 0, block or not.
             const std::int32_t Inside = vdbShared::InnerIndent(Indent);
             const auto Element = [&] { return PlaceOf(Tree(), At, 1, Self::No, Item)[0]; };
             if (At.Key == kParms) return DispParm(Buffer, Inside);
@@ -418,8 +411,7 @@ bool diWebServer::SaveConstParm(std::wstring& Buffer, std::int32_t Index, bool S
 }
 
 bool diWebServer::DispConstParm(std::wstring& Buffer, std::int32_t Index, std::int32_t Indent) {
-    return DispMessageParms(L"diWebServer.DispConstParm", Record().Constants.Message.Item(Index), Buffer,
-                            Indent);
+    return DispMessageParms(L"diWebServer.DispConstParm", Record().Constants.Message, Index, Buffer, Indent);
 }
 
 bool diWebServer::SaveMsgParm(std::wstring& Buffer, std::int32_t Index, bool SyntaxOn) {
@@ -427,8 +419,7 @@ bool diWebServer::SaveMsgParm(std::wstring& Buffer, std::int32_t Index, bool Syn
 }
 
 bool diWebServer::DispMsgParm(std::wstring& Buffer, std::int32_t Index, std::int32_t Indent) {
-    return DispMessageParms(L"diWebServer.DispMsgParm", Record().Messages.Message.Item(Index), Buffer,
-                            Indent);
+    return DispMessageParms(L"diWebServer.DispMsgParm", Record().Messages.Message, Index, Buffer, Indent);
 }
 
 }  // namespace kv

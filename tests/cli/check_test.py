@@ -79,7 +79,7 @@ class Check(CliTest):
 
     def test_an_object_of_a_class_that_this_program_does_not_have(self):
         base = sqlite3.connect(self.store)
-        base.execute("UPDATE objects SET Clsid = 'PIPPO' WHERE Name = 'BANCO'")
+        base.execute("UPDATE objects SET Clsid = 'PIPPO' WHERE Clsid = 'MEMBER' AND Name = 'BANCO'")
         base.commit()
         base.close()
         self.assertEqual(self.faults(), ["PIPPO/BANCO: Metodo sconosciuto [PIPPO]"])
@@ -87,6 +87,61 @@ class Check(CliTest):
         self.refused("Metodo sconosciuto [PIPPO]", "show", "PIPPO", "BANCO")
         self.assertIn("PIPPO", self.ok("list", "PIPPO"))
         self.ok("delete", "PIPPO", "BANCO")
+
+    def test_every_section_of_lists_and_of_their_elements(self):
+        self.ok("new", "PROFILE", "A")
+        self.ok("new", "WEBCLIENT", "A")
+        for section in "COMMANDS POPUPS TITLES RECHTML LOANHTML FORMATS LOANTABLES FIELDS HTML".split():
+            self.ok("add", "PROFILE", "A", section)
+        for section in "COMMANDTIPS FORMATCAPTION LOANTABLECAPTION FIELDCAPTION".split():
+            self.ok("add", "PROFILE", "A", section, "1")
+        self.ok("add", "WEBCLIENT", "A", "COMMANDS")
+        self.ok("add", "WEBCLIENT", "A", "COMMANDTIPS", "1")
+        self.ok("add", "WEBCLIENT", "A", "POPUPS")
+        no_language = "Non è stato specificato un codice LANG valido."
+        self.assertEqual(self.faults("PROFILE", "A"), [f"PROFILE/A {section}: {told}" for section, told in (
+            ("PARMS[1]", "Non è stato specificato il nome di una TABLE."),
+            ("COMMANDTIPS[1 1]", no_language), ("POPUPS[1]", no_language), ("TITLES[1]", no_language),
+            ("RECHTML[1]", no_language), ("LOANHTML[1]", no_language),
+            ("FORMATPARMS[1]", "Non è stato specificato il tipo di display."), ("FORMATCAPTION[1 1]", no_language),
+            ("LOANTABLEPARMS[1]", "Non è stata specificata la natura."), ("LOANTABLECAPTION[1 1]", no_language),
+            ("FIELDCAPTION[1 1]", no_language), ("HTML[1]", no_language))])
+        self.assertEqual(self.faults("WEBCLIENT", "A"), [f"WEBCLIENT/A {section}: {no_language}"
+                                                         for section in ("COMMANDTIPS[1 1]", "POPUPS[1]")])
+
+    def test_every_section_of_forms_and_web_servers(self):
+        no_language = "Non è stato specificato un codice LANG valido."
+        not_alone = "Il nome del messaggio non è univoco."
+
+        def faults(clsid, sections):
+            self.ok("new", clsid, "A")
+            for section in sections:
+                self.ok("add", clsid, "A", *section.split())
+            told = [line.removeprefix(f"{clsid}/A ").split(": ", 1) for line in self.faults(clsid, "A")]
+            return [(place, message) for place, message in told if message != no_language], \
+                [place for place, message in told if message == no_language]
+
+        pages = ["TITLES", "HTML", "COMMANDS", "POPUPS"]
+        for clsid in ("MENU", "HELP", "SETOPS"):
+            self.assertEqual(faults(clsid, pages), ([], ["TITLES[1]", "HTML[1]", "COMMANDTIPS[1 1]", "POPUPS[1]"]))
+        # The popups of a browse are buttons: they have no language. Neither has a filter.
+        self.assertEqual(faults("BROWSE", [*pages, "FILTTITLES", "FILTMESSAGES", "FILTER"]),
+                         ([], ["TITLES[1]", "COMMANDTIPS[1 1]", "FILTTITLES[1]", "FILTMESSAGES[1]", "HTML[1]"]))
+        self.assertEqual(
+            faults("QUERY", [*pages, "MESSAGE", "OPTIONMSG1", "OPTIONMSG2", "HTMLRES", "HTMLTEMPL", "HTMLRESTEMPL",
+                             "FIELDS", "FIELDCAPTION 1", "CONSTANTS 1", "CONSTANTS 1", "CONSTANTCAPTION 1 1"]),
+            ([("PARMS[1]", "Non è stata specificata la tabella di destinazione."),
+              ("CONSTANTPARMS[1 1]", not_alone), ("CONSTANTPARMS[1 2]", not_alone)],
+             ["TITLES[1]", "MESSAGE[1]", "OPTIONMSG1[1]", "OPTIONMSG2[1]", "HTML[1]", "HTMLRES[1]",
+              "FIELDCAPTION[1 1]", "CONSTANTCAPTION[1 1 1]", "CONSTANTCAPTION[1 1 2]", "CONSTANTCAPTION[1 2 1]",
+              "COMMANDTIPS[1 1]", "POPUPS[1]", "HTMLTEMPL[1]", "HTMLRESTEMPL[1]"]))
+        templates = ["BROWSE", "ERRORS", "HISTORY", "HOME", "LOAN", "LOANREPORT", "QUERY", "QUERYRESULT", "RECORD"]
+        self.assertEqual(
+            faults("WEBSERVER", [*templates, "CONSTANTS", "MESSAGE", "MESSAGE"]),
+            ([("PARMS[1]", "BROWSEROWS= dev'essere un numero positivo."),
+              ("MESSAGEPARMS[1]", not_alone), ("MESSAGEPARMS[2]", not_alone)],
+             ["BROWSE[1]", "CONSTANTCAPTION[1 1]", "ERRORS[1]", "HISTORY[1]", "HOME[1]", "LOAN[1]", "LOANREPORT[1]",
+              "MESSAGECAPTION[1 1]", "MESSAGECAPTION[2 1]", "QUERY[1]", "QUERYRESULT[1]", "RECORD[1]"]))
 
     def test_what_is_not_there(self):
         self.refused("Classe sconosciuta: PIPPO.", "check", "PIPPO")

@@ -11,12 +11,15 @@ import unittest
 
 from kvcli import CliTest, run
 
-CLASSES = ["CATALOGUE", "FILTER", "IMPORT", "IMPORTPROC", "MATER", "MEMBER", "PROFILE", "REPOSITORY", "RETRIEVAL",
-           "SORT", "STEM", "STOPWORD", "STRINGTABLE", "TABLE", "VCLIENT", "WEBCLIENT"]
+CLASSES = ["BROWSE", "CATALOGUE", "FILTER", "HELP", "IMPORT", "IMPORTPROC", "MATER", "MEMBER", "MENU", "PROFILE",
+           "QUERY", "REPOSITORY", "RETRIEVAL", "SETOPS", "SORT", "STEM", "STOPWORD", "STRINGTABLE", "TABLE",
+           "VCLIENT", "WEBCLIENT", "WEBSERVER"]
 # What a new object of a class lacks, in the words of its check.
 LACKING = {
     "PROFILE": "PROFILE/X PARMS[1]: Non è stato specificato il nome di una TABLE.\n",
+    "QUERY": "QUERY/X PARMS[1]: Non è stata specificata la tabella di destinazione.\n",
     "RETRIEVAL": "RETRIEVAL/X PARMS[1]: Non è stato specificato un PATH per la base di retrieval.\n",
+    "WEBSERVER": "WEBSERVER/X PARMS[1]: BROWSEROWS= dev'essere un numero positivo.\n",
 }
 
 

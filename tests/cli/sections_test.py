@@ -101,7 +101,9 @@ class Set(CliTest):
 
     def test_what_is_shown_of_a_whole_object_can_be_set(self):
         self.demo()
-        for clsid, name in (("VCLIENT", "BANCO"), ("PROFILE", "PRESTITO"), ("WEBCLIENT", "SALA")):
+        for clsid, name in (("VCLIENT", "BANCO"), ("PROFILE", "PRESTITO"), ("WEBCLIENT", "SALA"),
+                            ("QUERY", "RICPERIODICI"), ("BROWSE", "COPERTINE"), ("MENU", "MENURAGAZZI"),
+                            ("HELP", "REGOLE"), ("SETOPS", "INSIEMISALA"), ("WEBSERVER", "OPACPROVE")):
             before = self.json("show", clsid, name)
             self.assertGreater(len(before), 3)
             for section in before:
@@ -530,6 +532,59 @@ class Profile(CliTest):
             self.do("set", "FIELDPARMS", place, input=f"TAG= {tag}\n")
         self.refused("Tag duplicato: 7\n#1 e #3", "set", "PROFILE", "A", "FIELDPARMS", "3", input="TAG= 7\n")
         self.assertIn("TAG= 9\n", self.do("show", "FIELDPARMS", 3))
+
+
+class Query(CliTest):
+    def setUp(self):
+        super().setUp()
+        self.demo()
+
+    def do(self, command, section, *at, **more):
+        return self.ok(command, "QUERY", "AVANZATA", section, *at, **more)
+
+    def values(self):
+        return [node["Text"] for node in self.json("tree", "QUERY", "AVANZATA")
+                if node.get("Section") == "CONSTANTS" and len(node["Position"]) == 2 and node["Position"][0] == 5]
+
+    def test_the_values_of_a_field_move_with_their_texts(self):
+        self.assertEqual(self.values(), ["Valore: ITA", "Valore: ENG", "Valore: FRE", "Valore: GER"])
+        self.do("add", "CONSTANTS", 5)
+        self.do("set", "CONSTANTPARMS", 5, 5, input='NAME= spa\nDESC= "Spagnolo"\n')
+        self.do("set", "CONSTANTCAPTION", 5, 5, 1, input='TEXT= "spagnolo"\nLANG= ita\n')
+        self.assertEqual(self.values()[-1], "Valore: SPA")
+        self.assertEqual(self.ok("check"), "")
+        before = self.do("show", "CONSTANTCAPTION", 5, 1, 2)
+        self.assertTrue(before.startswith('TEXT= "Italian"\nLANG= "ENG"\n'), before)
+        self.do("move", "CONSTANTCAPTION", 5, 1, 2, "--up")
+        self.assertEqual(self.do("show", "CONSTANTCAPTION", 5, 1, 1), before)
+        self.do("move", "CONSTANTS", 5, 1, "--down")
+        self.assertEqual(self.values()[:2], ["Valore: ENG", "Valore: ITA"])
+        self.assertEqual(self.do("show", "CONSTANTCAPTION", 5, 2, 1), before)
+
+    def test_the_name_of_a_value_is_borne_once(self):
+        before = self.do("show", "CONSTANTPARMS", 5, 2)
+        self.refused("Il nome del messaggio non è univoco.",
+                     "set", "QUERY", "AVANZATA", "CONSTANTPARMS", 5, 2, input="NAME= ita\n")
+        self.assertEqual(self.do("show", "CONSTANTPARMS", 5, 2), before)
+
+    def test_what_a_text_of_the_parameters_leaves_out_stays(self):
+        self.do("set", "PARMS", input="ROWS= 9\n")
+        shown = self.do("show", "PARMS")
+        self.assertIn("ROWS= 9\n", shown)
+        self.assertIn('BROWSE= "TITOLI"\n', shown)
+        self.assertIn("TIMEOUT= 180\n", shown)
+
+
+class WebClient(CliTest):
+    def test_a_popup_stays(self):
+        self.ok("new", "WEBCLIENT", "A")
+        self.ok("add", "WEBCLIENT", "A", "POPUPS")
+        text = self.ok("show", "WEBCLIENT", "A", "POPUPS", "1")
+        for where in (["1"], ["--all"]):
+            done = self.kv("remove", "WEBCLIENT", "A", "POPUPS", *where)
+            self.assertEqual((done.code, done.out), (0, ""), done)
+            self.assertTrue(done.err.startswith("kvdesign: nothing has changed"), done)
+        self.assertEqual(self.ok("show", "WEBCLIENT", "A", "POPUPS", "1"), text)
 
 
 class Damaged(CliTest):

@@ -154,7 +154,8 @@ class Constants(Tools):
     def test_classes_without_the_tool_make_no_file(self):
         self.demo()
         for clsid, name in (("SORT", "ITALIANO"), ("IMPORTPROC", "NOTIZIE"), ("STRINGTABLE", "CATALOGO"),
-                            ("PROFILE", "SCHEDA"), ("WEBCLIENT", "SALA"), ("RETRIEVAL", "BIBLIO")):
+                            ("PROFILE", "SCHEDA"), ("WEBCLIENT", "SALA"), ("RETRIEVAL", "BIBLIO"),
+                            ("QUERY", "RICERCA"), ("BROWSE", "AUTORI"), ("WEBSERVER", "OPAC")):
             self.refused(NOT_SERVED, "constants", clsid, name, "--output", self.output)
         self.assertFalse(self.output.exists())
 

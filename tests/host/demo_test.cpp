@@ -48,8 +48,10 @@ TEST_F(Demo, HoldsSeveralObjectsOfAClass) {
         EXPECT_FALSE(Object.Sections.empty());
     }
     for (const std::wstring_view Word :
-         {L"CATALOGUE", L"FILTER", L"IMPORT", L"IMPORTPROC", L"MATER", L"MEMBER", L"PROFILE", L"REPOSITORY",
-          L"RETRIEVAL", L"SORT", L"STEM", L"STOPWORD", L"STRINGTABLE", L"TABLE", L"VCLIENT", L"WEBCLIENT"})
+         {L"BROWSE",    L"CATALOGUE", L"FILTER",    L"HELP",     L"IMPORT",   L"IMPORTPROC",
+          L"MATER",     L"MEMBER",    L"MENU",      L"PROFILE",  L"QUERY",    L"REPOSITORY",
+          L"RETRIEVAL", L"SETOPS",    L"SORT",      L"STEM",     L"STOPWORD", L"STRINGTABLE",
+          L"TABLE",     L"VCLIENT",   L"WEBCLIENT", L"WEBSERVER"})
         EXPECT_GE(Count[Word], 2) << Narrow(Word);
 }
 
@@ -128,28 +130,72 @@ TEST_F(DemoContent, NamesOnlyObjectsThatAreThere) {
         std::wstring_view Named;
     };
     constexpr Row kRows[] = {
+        {L"BROWSE", L"", L"Table", L"TABLE"},
+        {L"BROWSE", L"", L"Profile", L"PROFILE"},
+        {L"BROWSE", L"", L"Stem", L"STEM"},
+        {L"BROWSE", L"", L"Help", L"HELP"},
+        {L"BROWSE", L"", L"HelpWww", L"HELP"},
+        {L"BROWSE", L"", L"Tips", L"HELP"},
+        {L"BROWSE", L"", L"MirrorOf", L"BROWSE"},
+        {L"BROWSE", L"Filters", L"Table", L"TABLE"},
+        {L"BROWSE", L"Filters", L"Help", L"HELP"},
         {L"CATALOGUE", L"", L"Retrieval", L"RETRIEVAL"},
         {L"CATALOGUE", L"", L"Table", L"TABLE"},
         {L"CATALOGUE", L"", L"Profile", L"PROFILE"},
+        {L"CATALOGUE", L"", L"Query", L"QUERY"},
+        {L"CATALOGUE", L"", L"Browse", L"BROWSE"},
+        {L"CATALOGUE", L"", L"Help", L"HELP"},
+        {L"CATALOGUE", L"", L"HelpWww", L"HELP"},
         {L"CATALOGUE", L"", L"MirrorOf", L"CATALOGUE"},
         {L"FILTER", L"", L"Table", L"TABLE"},
+        {L"FILTER", L"", L"Help", L"HELP"},
+        {L"HELP", L"", L"Help", L"HELP"},
+        {L"HELP", L"", L"HelpWww", L"HELP"},
+        {L"HELP", L"", L"Tips", L"HELP"},
+        {L"HELP", L"", L"MirrorOf", L"HELP"},
         {L"IMPORT", L"", L"Procedure", L"IMPORTPROC"},
         {L"IMPORT", L"", L"Retrieval", L"RETRIEVAL"},
         {L"IMPORTPROC", L"", L"Table", L"TABLE"},
         {L"IMPORTPROC", L"", L"MirrorOf", L"IMPORTPROC"},
         {L"IMPORTPROC", L"Indexes", L"Table", L"TABLE"},
+        {L"MENU", L"", L"Help", L"HELP"},
+        {L"MENU", L"", L"HelpWww", L"HELP"},
+        {L"MENU", L"", L"Tips", L"HELP"},
+        {L"MENU", L"", L"MirrorOf", L"MENU"},
         {L"PROFILE", L"", L"Table", L"TABLE"},
+        {L"PROFILE", L"", L"Help", L"HELP"},
+        {L"PROFILE", L"", L"HelpWww", L"HELP"},
+        {L"PROFILE", L"", L"Tips", L"HELP"},
+        {L"PROFILE", L"", L"LoanHelp", L"HELP"},
+        {L"PROFILE", L"", L"LoanTips", L"HELP"},
         {L"PROFILE", L"", L"MirrorOf", L"PROFILE"},
+        {L"PROFILE", L"Fields", L"Browse", L"BROWSE"},
         {L"PROFILE", L"Fields", L"Profile", L"PROFILE"},
         {L"PROFILE", L"Masters", L"Text", L"MATER"},
+        {L"QUERY", L"", L"Browse", L"BROWSE"},
+        {L"QUERY", L"", L"Help", L"HELP"},
+        {L"QUERY", L"", L"HelpWww", L"HELP"},
+        {L"QUERY", L"", L"Tips", L"HELP"},
+        {L"QUERY", L"", L"MirrorOf", L"QUERY"},
+        {L"QUERY", L"Fields", L"StopWord", L"STOPWORD"},
+        {L"QUERY", L"Fields", L"Tables", L"TABLE"},
         {L"REPOSITORY", L"", L"Table", L"TABLE"},
+        {L"RETRIEVAL", L"", L"Help", L"HELP"},
         {L"RETRIEVAL", L"", L"MirrorOf", L"RETRIEVAL"},
+        {L"SETOPS", L"", L"Help", L"HELP"},
+        {L"SETOPS", L"", L"HelpWww", L"HELP"},
+        {L"SETOPS", L"", L"Tips", L"HELP"},
+        {L"STEM", L"", L"Help", L"HELP"},
+        {L"STEM", L"", L"HelpWww", L"HELP"},
         {L"STEM", L"Fields", L"StopWord", L"STOPWORD"},
         {L"TABLE", L"", L"Index", L"TABLE"},
         {L"TABLE", L"Fields", L"LinkTable", L"TABLE"},
         {L"TABLE", L"Fields", L"ValidationTable", L"TABLE"},
         {L"TABLE", L"Sort", L"Text", L"SORT"},
         {L"VCLIENT", L"", L"Retrieval", L"RETRIEVAL"},
+        {L"VCLIENT", L"", L"Help", L"HELP"},
+        {L"VCLIENT", L"", L"HelpWww", L"HELP"},
+        {L"VCLIENT", L"", L"StartObject", L"MENU"},
         {L"VCLIENT", L"", L"MirrorOf", L"VCLIENT"},
         {L"WEBCLIENT", L"", L"MirrorOf", L"WEBCLIENT"},
     };
@@ -307,6 +353,79 @@ TEST_F(DemoContent, ProfilesShowTagsOfTheirTable) {
     EXPECT_EQ(Lists.size(), 10U);
     for (const auto& [List, Count] : Lists) EXPECT_GT(Count, 0U) << Narrow(List);
     EXPECT_EQ(Styles, (std::set<std::int32_t>{1, 2})) << "banner and cooked";
+}
+
+// The text of an element that the server makes is the first text told, and none is left empty.
+TEST_F(DemoContent, ButtonsValuesTagsAndServerMessagesSpeakItalianAndEnglish) {
+    using Languages = std::vector<std::wstring>;
+    std::map<std::wstring, std::size_t> Seen;
+    const auto Look = [&](const Name& Of, const std::vector<RegObject>& Texts) {
+        Languages Told;
+        for (const RegObject& Each : Texts) {
+            Told.push_back(Text(Each, L"Language"));
+            EXPECT_FALSE(Text(Each, L"Text").empty()) << Narrow(Of.first) << ' ' << Narrow(Of.second);
+        }
+        if (Told.size() > 2) Told.resize(2);
+        EXPECT_EQ(Told, (Languages{L"ITA", L"ENG"})) << Narrow(Of.first) << ' ' << Narrow(Of.second);
+        ++Seen[Of.first];
+    };
+    const auto Messages = [](const RegObject& Of) -> const std::vector<RegObject>& {
+        return Elements(Of, L"Message");
+    };
+    for (const auto& [Key, Stored] : Objects) {
+        const std::wstring& Clsid = Key.first;
+        if (Clsid == L"WEBSERVER") {
+            for (const wchar_t* const List : {L"Constants", L"Messages"})
+                for (const RegObject& Each : Messages(*Stored.Child(List))) Look(Key, Messages(Each));
+            continue;
+        }
+        if (Clsid != L"QUERY" && Clsid != L"BROWSE" && Clsid != L"MENU" && Clsid != L"HELP" &&
+            Clsid != L"SETOPS")
+            continue;
+        for (const RegObject& Each : Elements(Stored, L"Commands")) Look(Key, Elements(Each, L"ToolTips"));
+        Look(Key, Elements(Stored, L"Titles"));
+        if (Clsid != L"QUERY") continue;
+        for (const RegObject& Field : Elements(Stored, L"Fields")) {
+            Look(Key, Elements(Field, L"Captions"));
+            const std::vector<RegObject>& Values = Messages(*Field.Child(L"Defaults"));
+            for (const RegObject& Each : Values) Look(Key, Messages(Each));
+            EXPECT_LE(static_cast<std::size_t>(Number(Field, L"Selected")), Values.size())
+                << Narrow(Field.Name);
+        }
+    }
+    EXPECT_EQ(Seen.size(), 6U);
+}
+
+TEST_F(DemoContent, TheListsOfQueriesBrowsesAndServersHoldSomething) {
+    struct Row {
+        std::wstring_view Clsid;
+        std::wstring_view Name;
+        std::vector<std::wstring_view> Lists;
+    };
+    for (const Row& Each :
+         {Row{L"QUERY", L"RICERCA", {L"Commands", L"Fields", L"Html", L"Message", L"Popups", L"Titles"}},
+          Row{L"QUERY",
+              L"AVANZATA",
+              {L"Commands", L"Fields", L"Html", L"HtmlRes", L"HtmlTempl", L"HtmlResTempl", L"Message",
+               L"OptionMsg1", L"OptionMsg2", L"Popups", L"Titles"}},
+          Row{L"BROWSE",
+              L"AUTORI",
+              {L"Commands", L"Filters", L"FiltMessages", L"FiltTitles", L"Html", L"Popups", L"Titles"}},
+          Row{L"BROWSE",
+              L"TITOLI",
+              {L"Commands", L"Filters", L"FiltMessages", L"FiltTitles", L"Html", L"Popups", L"Titles"}},
+          Row{L"MENU", L"PRINCIPALE", {L"Commands", L"Html", L"Popups", L"Titles"}},
+          Row{L"HELP", L"AIUTO", {L"Commands", L"Html", L"Popups", L"Titles"}},
+          Row{L"SETOPS", L"INSIEMI", {L"Commands", L"Html", L"Popups", L"Titles"}},
+          Row{L"WEBSERVER",
+              L"OPAC",
+              {L"Browse", L"Errors", L"History", L"Home", L"Loan", L"LoanReport", L"Query", L"QueryResult",
+               L"Record"}}})
+        for (const std::wstring_view List : Each.Lists)
+            EXPECT_FALSE(Elements(Object(Each.Clsid, Each.Name), List).empty())
+                << Narrow(Each.Name) << ' ' << Narrow(List);
+    EXPECT_EQ(Elements(Object(L"QUERY", L"RICERCA"), L"Fields").size(), 3U);
+    EXPECT_EQ(Elements(Object(L"QUERY", L"AVANZATA"), L"Fields").size(), 7U);
 }
 
 TEST_F(Demo, RefusesAFolderThatHoldsAnInstallation) {

@@ -140,7 +140,9 @@ class FormTest : public ::testing::Test {
     }
 
     /// The buttons and the tips of the first: added, moved, deleted; a new button has a tip.
-    void ExpectButtonLife() {
+    /// `TipKey` is how the key of a new tip begins, after its folder's where it is empty; `TipCaption` what
+    /// it shows until it is moved.
+    void ExpectButtonLife(std::wstring_view TipKey = {}, std::wstring_view TipCaption = L"Messaggio: [] ") {
         std::wstring Made;
         ASSERT_TRUE(Accepted(AddAt(On, L"COMMANDS", Made)));
         EXPECT_EQ(Made, ButtonNode(3));
@@ -161,8 +163,9 @@ class FormTest : public ::testing::Test {
 
         ASSERT_TRUE(Accepted(AddAt(On, Tips(2), Made)));
         EXPECT_EQ(Made, Tip(2, 3));
-        EXPECT_EQ(Made.rfind(Tips(2) + L" ", 0), 0U) << "its key is that of its folder and an id";
-        EXPECT_EQ(On.Tree->NodeText(Made), L"Messaggio: [] ");
+        const std::wstring Front = TipKey.empty() ? Tips(2) : std::wstring(TipKey);
+        EXPECT_EQ(Made.rfind(Front + L" ", 0), 0U) << Narrow(Made);
+        EXPECT_EQ(On.Tree->NodeText(Made), TipCaption);
         const std::int32_t NewTip = TipIds(2).at(2);
         EXPECT_NE(NewTip, 0);
         ASSERT_TRUE(Accepted(MoveAt(On, Made, 1, Made)));

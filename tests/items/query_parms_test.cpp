@@ -109,6 +109,8 @@ TEST_F(QueryParms, WhatATextLeavesOutKeepsItsValue) {
 }
 
 TEST_F(QueryParms, ValuesThatStrictModeRefuses) {
+    ASSERT_TRUE(
+        Accepted(On.Put(Key, L"BROWSE= A\r\nLARGEBUTT= FALSE\r\nSETSELECT= FALSE\r\nSHOWRES= FALSE")));
     ExpectStrictRefusals(Key, kParmSource,
                          {
                              {L"LARGEBUTT= forse", L"LARGEBUTT=(FORSE)", L"LARGEBUTT= TRUE"},
@@ -152,7 +154,8 @@ TEST_F(QueryParms, ValuesThatEitherModeRefuses) {
                             L"Valore sconosciuto per il parametro TOOLALIGN=(ALTO)", 2));
         EXPECT_TRUE(Refused(On.Put(Key, L"BROWSE", Strict), 20018, L"vDesignPar.GetFieldValue",
                             L"Errore di sintassi: BROWSE.", 1));
-        EXPECT_TRUE(Refused(On.Put(Key, L"ROWS= 99999999999", Strict), 6, kParmSource, L"Overflow", 1));
+        EXPECT_TRUE(Refused(On.Put(Key, L"ROWS= 99999999999", Strict), 20000, kParmSource,
+                            L"Valore sconosciuto per il parametro ROWS=(99999999999)", 1));
         EXPECT_TRUE(Refused(On.Put(Key, L"TIMEOUT= 99999999999", Strict), 6, kParmSource, L"Overflow", 1));
     }
     EXPECT_EQ(Line(L"ROWS="), L"ROWS= 5") << "nothing of a refused text is kept";
@@ -319,6 +322,7 @@ TEST_F(QueryField, FlagsAreAddedAndOnlyNoneClears) {
 }
 
 TEST_F(QueryField, Refusals) {
+    ASSERT_TRUE(Accepted(On.Put(Key, L"WORDS= FALSE")));
     ExpectStrictRefusals(Key, kFieldSource,
                          {
                              {L"WORDS= forse", L"WORDS=(FORSE)", L"WORDS= TRUE"},

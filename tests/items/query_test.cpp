@@ -233,6 +233,8 @@ TEST_F(Query, ABlockGivesTheIndentOfWhatItHolds) {
     const std::int32_t Nowhere[] = {1, 3};
     EXPECT_TRUE(Item.DispData({.CurrItem = L"ROOT", .Key = L"CONSTANTPARMS"}, Text, true, Nowhere, 0));
     EXPECT_EQ(Narrow(Text), "BEGIN CONSTANTPARMS\r\n");
+    EXPECT_EQ(CoreUtil::Instance().LastError().Number, 9);
+    EXPECT_EQ(CoreUtil::Instance().LastError().Source, L"diQuery.DispConstParm");
     CoreUtil::Instance().ForgetError();
     Item.DesignTree().reset();
 }
@@ -242,19 +244,25 @@ TEST_F(Query, SavedSectionsShowOnTheirNodes) {
         const wchar_t* Section;
         const wchar_t* Text;
         const wchar_t* Caption;
+        const wchar_t* Source;
     } kRows[] = {
-        {L"TITLES", L"TEXT= \"Nuovo\"\r\nLANG= fra", L"Titolo: [FRA] Nuovo"},
-        {L"MESSAGE", L"TEXT= \"Nuovo\"\r\nLANG= fra", L"Messaggio: [FRA] Nuovo"},
-        {L"OPTIONMSG1", L"TEXT= \"Nuovo\"\r\nLANG= fra", L"Messaggio: [FRA] Nuovo"},
-        {L"OPTIONMSG2", L"TEXT= \"Nuovo\"\r\nLANG= fra", L"Messaggio: [FRA] Nuovo"},
-        {L"HTML", L"FILENAME= \"x.htm\"\r\nLANG= spa", L"File: [SPA] x.htm"},
-        {L"HTMLRES", L"FILENAME= \"x.htm\"\r\nLANG= spa", L"File: [SPA] x.htm"},
-        {L"HTMLTEMPL", L"FILENAME= \"x.htm\"\r\nLANG= spa", L"File: [SPA] x.htm"},
-        {L"HTMLRESTEMPL", L"FILENAME= \"x.htm\"\r\nLANG= spa", L"File: [SPA] x.htm"},
-        {L"POPUPS", L"TEXT= \"Voce\"\r\nLANG= ita", L""},
-        {L"COMMANDTIPS", L"TEXT= \"Nuovo\"\r\nLANG= deu", L"Messaggio: [DEU] Nuovo"},
-        {L"FIELDCAPTION", L"TEXT= \"Nuova\"\r\nLANG= deu", L"Etichetta: [DEU] Nuova"},
-        {L"CONSTANTCAPTION", L"TEXT= \"Nuova\"\r\nLANG= deu", L"Messaggio: [DEU] Nuova"},
+        {L"TITLES", L"TEXT= \"Nuovo\"\r\nLANG= fra", L"Titolo: [FRA] Nuovo", L"ParmEditor.SaveTitle"},
+        {L"MESSAGE", L"TEXT= \"Nuovo\"\r\nLANG= fra", L"Messaggio: [FRA] Nuovo", L"ParmEditor.SaveCaption"},
+        {L"OPTIONMSG1", L"TEXT= \"Nuovo\"\r\nLANG= fra", L"Messaggio: [FRA] Nuovo",
+         L"ParmEditor.SaveCaption"},
+        {L"OPTIONMSG2", L"TEXT= \"Nuovo\"\r\nLANG= fra", L"Messaggio: [FRA] Nuovo",
+         L"ParmEditor.SaveCaption"},
+        {L"HTML", L"FILENAME= \"x.htm\"\r\nLANG= spa", L"File: [SPA] x.htm", L"ParmEditor.SaveHtml"},
+        {L"HTMLRES", L"FILENAME= \"x.htm\"\r\nLANG= spa", L"File: [SPA] x.htm", L"ParmEditor.SaveHtml"},
+        {L"HTMLTEMPL", L"FILENAME= \"x.htm\"\r\nLANG= spa", L"File: [SPA] x.htm", L"ParmEditor.SaveHtml"},
+        {L"HTMLRESTEMPL", L"FILENAME= \"x.htm\"\r\nLANG= spa", L"File: [SPA] x.htm", L"ParmEditor.SaveHtml"},
+        {L"POPUPS", L"TEXT= \"Voce\"\r\nLANG= ita", L"", L"ParmEditor.SavePopup"},
+        {L"COMMANDTIPS", L"TEXT= \"Nuovo\"\r\nLANG= deu", L"Messaggio: [DEU] Nuovo",
+         L"ParmEditor.SaveCaption"},
+        {L"FIELDCAPTION", L"TEXT= \"Nuova\"\r\nLANG= deu", L"Etichetta: [DEU] Nuova",
+         L"ParmEditor.SaveCaption"},
+        {L"CONSTANTCAPTION", L"TEXT= \"Nuova\"\r\nLANG= deu", L"Messaggio: [DEU] Nuova",
+         L"ParmEditor.SaveCaption"},
     };
     for (const auto& Row : kRows) {
         SCOPED_TRACE(Narrow(Row.Section));
@@ -262,7 +270,8 @@ TEST_F(Query, SavedSectionsShowOnTheirNodes) {
         const std::wstring Before = On.Picture();
         std::wstring Text = Row.Text;
         Text.resize(Text.find(L'\r'));
-        EXPECT_TRUE(On.Put(Leaf, Text)) << "without a language";
+        EXPECT_TRUE(Refused(On.Put(Leaf, Text), 20000, Row.Source,
+                            L"Non è stato specificato un codice LANG valido."));
         EXPECT_EQ(On.Picture(), Before);
         ASSERT_TRUE(Accepted(On.Put(Leaf, Row.Text)));
         EXPECT_EQ(On.Tree->NodeText(Leaf), Row.Caption);
@@ -335,7 +344,8 @@ TEST_F(Query, NewElements) {
     for (const auto& [Folder, List] : kPlainLists) {
         const std::vector<RegObject>& Stored = ListOf(SavedBy(On), List);
         ASSERT_EQ(Stored.size(), 3U) << Narrow(Folder);
-        EXPECT_GT(Stored.at(2).Id, 0);
+        // A button has none until it has a code.
+        EXPECT_EQ(Stored.at(2).Id > 0, std::wstring_view(Folder) != L"COMMANDS") << Narrow(Folder);
     }
     // A new button begins with one tool tip.
     const RegObject Button = ListOf(SavedBy(On), L"Commands").at(2);
@@ -387,7 +397,7 @@ TEST_F(Query, ANewValueStandsBesideTheSelectedOne) {
     const std::vector<RegObject> Stored = StoredValues(2);
     ASSERT_EQ(Stored.size(), 2U);
     for (const RegObject& Each : Stored) {
-        EXPECT_GT(Each.Id, 0);
+        EXPECT_EQ(Each.Id, 0) << "none until it has a name";
         EXPECT_EQ(Each.Name, L"?????");
         ASSERT_EQ(ListOf(Each, L"Message").size(), 1U) << "one caption to begin with";
         EXPECT_GT(ListOf(Each, L"Message").at(0).Id, 0);

@@ -412,6 +412,14 @@ TEST_F(WebServerParms, WhatATextLeavesOutStays) {
     EXPECT_EQ(Line(L"MESSAGELEVEL="), L"MESSAGELEVEL= LOGERROR|LOGUSERCONNECT");
 }
 
+TEST_F(WebServerParms, ALevelWithoutAWordShowsNoneAndReadsAsZero) {
+    Desk Odd(L"WEBSERVER", With(Desk::Named(L"PROVA"), {{L"BrowseRows", 1}, {L"MessageLevel", 16}}));
+    const std::wstring Leaf = Odd.Leaf(L"PARMS");
+    EXPECT_NE(Odd.Text(Leaf).find(L"\r\nMESSAGELEVEL= \r\n"), std::wstring::npos) << "NONE is for 0 alone";
+    ASSERT_TRUE(Accepted(Odd.Put(Leaf, Odd.Text(Leaf))));
+    EXPECT_EQ(LongOf(SavedBy(Odd), L"MessageLevel"), 0);
+}
+
 TEST_F(WebServerParms, FlagsAddAndOnlyNoneOrNothingClears) {
     // A bit without a word shows as none and stays, until the line clears it.
     Desk Odd(L"WEBSERVER", With(Desk::Named(L"PROVA"), {{L"BrowseRows", 1}, {L"Flags", 4}}));
@@ -669,7 +677,7 @@ TEST_F(WebServer, NewTagsAndMessages) {
         EXPECT_EQ(KeysBelow(On, Case.Folder).back(), Made);
         const std::vector<RegObject> Saved = Named(Case.Holder);
         ASSERT_EQ(Saved.size(), 4U);
-        EXPECT_NE(Saved[3].Id, 0);
+        EXPECT_EQ(Saved[3].Id, 0) << "none until it has a name";
         ASSERT_EQ(ListOf(Saved[3], L"Message").size(), 1U) << "with one text";
         EXPECT_NE(ListOf(Saved[3], L"Message")[0].Id, 0);
         EXPECT_EQ(KeysBelow(On, Texts(Case.Folder, 4)).size(), 1U);
