@@ -16,6 +16,7 @@ class Player {
 
     void Play(int Steps) {
         ASSERT_TRUE(Accepted(On.Opened));
+        Grow();
         for (int Step = 0; Step < Steps && !::testing::Test::HasFatalFailure(); ++Step) {
             SCOPED_TRACE(Narrow(Word) + " step " + std::to_string(Step));
             On.Tree->SetSyntaxOn(Below(3) != 0);
@@ -58,6 +59,28 @@ class Player {
     }
 
   private:
+    // Elements in every list, and in the lists of those: random steps alone seldom get that deep.
+    void Grow() {
+        for (int Round = 0; Round < 3; ++Round) {
+            std::vector<std::wstring> Folders;
+            On.Tree->ForEach([&](const window::TreeNode& N) {
+                if (!window::IsLeafKey(N.Key)) Folders.push_back(N.Key);
+            });
+            for (const std::wstring& Key : Folders) {
+                std::wstring Made;
+                // What a root or a plain folder does with it is not the matter here.
+                static_cast<void>(On.Try([&] { return On.Core.EditData({.CurrItem = Key}, Made); }));
+            }
+        }
+        const std::pair<std::wstring_view, std::wstring_view> kDeepest[] = {
+            {L"PROFILE", L"FORMATCAPTION"}, {L"QUERY", L"CONSTANTCAPTION"},
+            {L"STEM", L"FIELDCAPTION"},     {L"STRINGTABLE", L"FIELDCAPTION"},
+            {L"VCLIENT", L"FIELDCAPTION"},  {L"WEBSERVER", L"MESSAGECAPTION"}};
+        for (const auto& [Class, Section] : kDeepest)
+            EXPECT_TRUE(Class != Word || !On.Leaf(Section).empty()) << Narrow(Section);
+        TreeOrderIsListOrder();
+    }
+
     unsigned Below(unsigned Bound) { return std::uniform_int_distribution<unsigned>(0, Bound - 1)(Random); }
 
     window::Selection Node() {
