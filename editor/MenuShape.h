@@ -154,6 +154,13 @@ bool SetNode(DesignTree& Tree, RecordOf<Form>& Record, const Place& At, std::int
     });
 }
 
+inline constexpr vdbShared::FolderRow kFolders[] = {
+    {kTitles, L"Titolo"},
+    {kHtml, L"HTML"},
+    {kCommands, L"Pulsanti"},
+    {kPopups, L"Popup"},
+};
+
 // In the order in which the tree is filled. A popup can't be deleted.
 // clang-format off
 template <class Form>
@@ -237,10 +244,7 @@ template <class Form>
     return Trap(detail::kSource<Form, detail::kLoadData>, [&] {
         if (vdbShared::LoadFresh(Held, Clsid)) return true;
         vdbShared::StartPlainTree(Tree, Clsid);
-        vdbShared::AddFolder(Tree, kTitles, L"Titolo", kind::kList);
-        vdbShared::AddFolder(Tree, kHtml, L"HTML", kind::kList);
-        vdbShared::AddFolder(Tree, kCommands, L"Pulsanti", kind::kList);
-        vdbShared::AddFolder(Tree, kPopups, L"Popup", kind::kList);
+        vdbShared::AddFolders(Tree, detail::kFolders);
         return vdbShared::BuildLists(Tree, *Held, detail::kLists<Form>) || detail::OfferChoices<Form>(Tree);
     });
 }

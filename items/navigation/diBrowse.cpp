@@ -30,19 +30,16 @@ constexpr std::wstring_view kFiltTitles = L"FILTTITLES";
 constexpr std::wstring_view kFiltMessages = L"FILTMESSAGES";
 constexpr std::wstring_view kHtml = L"HTML";
 
-struct FolderRow {
-    std::wstring_view Word;
-    std::wstring_view Parent;
-    std::wstring_view Caption;
-    std::wstring_view Kind;
-};
-
 // The folders behind PARMS, each filled before the next. FONTS has none.
-constexpr FolderRow kFolders[] = {
-    {kTitles, kRootKey, L"Titoli", kind::kList},     {kCommands, kRootKey, L"Pulsanti", kind::kList},
-    {kPopups, kRootKey, L"Popup", kind::kList},      {kFilters, kRootKey, L"Filtri", kind::kPlain},
-    {kFiltTitles, kFilters, L"Titoli", kind::kList}, {kFiltMessages, kFilters, L"Messaggi", kind::kList},
-    {kFilter, kFilters, L"Filtri", kind::kList},     {kHtml, kRootKey, L"WWW Templates", kind::kList},
+constexpr vdbShared::FolderRow kFolders[] = {
+    {kTitles, L"Titoli"},
+    {kCommands, L"Pulsanti"},
+    {kPopups, L"Popup"},
+    {kFilters, L"Filtri", kind::kPlain},
+    {kFiltTitles, L"Titoli", kind::kList, kFilters},
+    {kFiltMessages, L"Messaggi", kind::kList, kFilters},
+    {kFilter, L"Filtri", kind::kList, kFilters},
+    {kHtml, L"WWW Templates"},
 };
 
 // The lists.
@@ -182,7 +179,7 @@ bool diBrowse::LoadData(RegData& Clsid) {
     return Trap(L"diBrowse.LoadData", [&] {
         if (vdbShared::LoadFresh(Record_, Clsid)) return true;
         vdbShared::StartPlainTree(Tree(), Clsid);
-        for (const FolderRow& Folder : kFolders) {
+        for (const vdbShared::FolderRow& Folder : kFolders) {
             vdbShared::AddFolder(Tree(), Folder.Word, Folder.Caption, Folder.Kind, Folder.Parent);
             const auto* const Section = FindSection(kLists, Folder.Word);
             if (Section && vdbShared::BuildList(Tree(), Record(), *Section)) return true;
