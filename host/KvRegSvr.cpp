@@ -78,6 +78,10 @@ constexpr std::wstring_view kNotOurs = L"Il file %% non è un registro.";
 constexpr std::wstring_view kNewer = L"Il file di registro %% è di una versione più recente del programma.";
 constexpr std::wstring_view kNoMoreIds = L"Il file di registro %% non ammette altri oggetti.";
 
+// One object, as RegistryStore::Row takes it apart.
+constexpr std::string_view kLoad =
+    "SELECT Id, Description, Version, UserList, Revision, Content, Name FROM objects WHERE ";
+
 }  // namespace
 
 StoreError::StoreError(std::wstring_view Sentence) : std::runtime_error(ToUtf8Lossy(Sentence)) {}
@@ -158,6 +162,8 @@ class RegistryStore {
     RegistryStore& operator=(const RegistryStore&) = delete;
 
     Loaded Load(std::wstring_view Clsid, std::wstring_view Name);
+    /// By its id, whatever its name is now; nothing when it is gone.
+    std::optional<Loaded> Load(std::wstring_view Clsid, std::int32_t Id);
     void Save(std::wstring_view Clsid, std::wstring_view StoredName, std::int64_t Revision,
               const RegObject& Content);
 
@@ -168,6 +174,7 @@ class RegistryStore {
     }
 
   private:
+    static Loaded Row(Statement& Query, std::wstring_view Clsid);
     void Connect(std::chrono::milliseconds Patience);
     void Recognise();
     void MakeNew();
@@ -285,12 +292,21 @@ RegistryStore::Loaded RegistryStore::Load(std::wstring_view Clsid, std::wstring_
     const std::optional<std::string> Class = ToUtf8(Clsid);
     const std::optional<std::string> Wanted = ToUtf8(Name);
     if (!Class || !Wanted) RaiseMessage(kUnknownObject, Name);
-    Statement Query(*this,
-                    "SELECT Id, Description, Version, UserList, Revision, Content FROM objects "
-                    "WHERE Clsid = ? AND Name = ?");
+    Statement Query(*this, std::string(kLoad).append("Clsid = ? AND Name = ?").c_str());
     if (!Query.Bind(*Class).Bind(*Wanted).Step()) RaiseMessage(kUnknownObject, Name);
+    return Row(Query, Clsid);
+}
+
+std::optional<RegistryStore::Loaded> RegistryStore::Load(std::wstring_view Clsid, std::int32_t Id) {
+    Statement Query(*this, std::string(kLoad).append("Id = ?").c_str());
+    if (!Query.Bind(Id).Step()) return std::nullopt;
+    return Row(Query, Clsid);
+}
+
+RegistryStore::Loaded RegistryStore::Row(Statement& Query, std::wstring_view Clsid) {
+    std::wstring Name = Query.Wide(6);
     Loaded Found{FromJsonText(Query.Text(5), Called(Clsid, Name)), Query.Number(4)};
-    Found.Content.Name = Name;
+    Found.Content.Name = std::move(Name);
     Found.Content.Id = Query.Number32(0);
     Found.Content.Desc = Query.Wide(1);
     Found.Content.Version = Query.Number32(2);
@@ -352,6 +368,23 @@ void RegistryObject::Write(RegObject Content) {
         ++Revision_;
     }
     Content_ = std::move(Content);
+}
+
+std::optional<RegistryObject::State> RegistryObject::Stored() const {
+    std::optional<RegistryStore::Loaded> Found = Store_->Load(Clsid_, Content_.Id);
+    if (!Found) return std::nullopt;
+    return State{std::move(Found->Content), Found->Revision};
+}
+
+void RegistryObject::TakeOver(State On) {
+    StoredName_ = On.Content.Name;
+    Revision_ = On.Revision;
+    Content_ = std::move(On.Content);
+}
+
+void RegistryObject::Outrank(const State& On) {
+    StoredName_ = On.Content.Name;
+    Revision_ = On.Revision;
 }
 
 void RegistryObject::PutContent(const RegObject& From) {

@@ -90,6 +90,19 @@ class RegistryObject final : public RegData {
     /// UserList stay. Nothing is stored.
     void PutContent(const RegObject& From);
 
+    /// What lies in the file at this moment.
+    struct State {
+        RegObject Content;
+        std::int64_t Revision = 0;
+    };
+    /// The object as it is stored now, also under a name that another program gave it; nothing when it is not
+    /// there any more. Raises 20000 for damaged content. Throws StoreError.
+    std::optional<State> Stored() const;
+    /// After a save of another program: its state takes the place of the one in memory.
+    void TakeOver(State On);
+    /// After a save of another program: what is in memory stays, and the next Write goes over that state.
+    void Outrank(const State& On);
+
     /// The revision in memory: 1 for a new object, one more after each save.
     std::int64_t Revision() const noexcept { return Revision_; }
 

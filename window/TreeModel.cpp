@@ -146,11 +146,16 @@ void TreeModel::AddNode(const NewNode& Node) {
     New->SelectedImage = Node.SelectedImage;
     New->KindNumber = KindNumber(Node.Kind);
     Index_.Add(New.get());
+    if (Watcher_) {
+        const std::int32_t Last = Parent ? Parent->Children.Count() : 0;
+        Watcher_->Adding(Parent, Next ? SiblingOrder<TreeNode>::PlaceOf(Next) : Last + 1);
+    }
     TreeNode* const Added = New.release();
     if (Parent)
         Parent->Children.InsertBefore(Added, Next, NextPriority());
     else
         Root_ = Added;
+    if (Watcher_) Watcher_->Added();
 }
 
 void TreeModel::AddIconNode(const NewNode& Node) {
@@ -178,6 +183,7 @@ void TreeModel::FreeBelow(TreeNode* Node) noexcept {
 }
 
 void TreeModel::Free(TreeNode* Node) noexcept {
+    if (Watcher_) Watcher_->Removing(*Node);
     FreeBelow(Node);
     if (Node->Parent)
         Node->Parent->Children.Remove(Node);
@@ -185,6 +191,7 @@ void TreeModel::Free(TreeNode* Node) noexcept {
         Root_ = nullptr;
     Index_.Remove(Node);
     delete Node;
+    if (Watcher_) Watcher_->Removed();
 }
 
 void TreeModel::ClearNodes() {
@@ -214,11 +221,18 @@ void TreeModel::RemoveNode(std::wstring_view Key) {
 
 void TreeModel::RemoveChildren(std::wstring_view Key) {
     TreeNode& Node = Known(Key);
+    if (Node.Children.Count() == 0) return;
+    if (Watcher_) Watcher_->RemovingChildren(Node);
     FreeBelow(&Node);
+    if (Watcher_) Watcher_->RemovedChildren();
     if (!Index_.Find(Selected_)) Selected_ = Node.Key;
 }
 
-void TreeModel::SetNodeText(std::wstring_view Key, std::wstring_view Text) { Known(Key).Text = Text; }
+void TreeModel::SetNodeText(std::wstring_view Key, std::wstring_view Text) {
+    TreeNode& Node = Known(Key);
+    Node.Text = Text;
+    if (Watcher_) Watcher_->TextChanged(Node);
+}
 
 std::wstring TreeModel::NodeParent(std::wstring_view Key) const {
     const TreeNode* const Parent = Known(Key).Parent;

@@ -53,6 +53,23 @@ class TreeFace {
     virtual void ModifiedChanged(bool) {}
 };
 
+/// Follows the nodes as they change, for a face that keeps a picture of them. Each change is told before and
+/// after it. Nothing may escape from these operations, nor may they change the tree.
+class TreeWatcher {
+  public:
+    virtual ~TreeWatcher() = default;
+    /// A node will stand at the 1-based `Place` below `Parent` (null: it is the root).
+    virtual void Adding(const TreeNode* Parent, std::int32_t Place) = 0;
+    virtual void Added() = 0;
+    /// A node will go, with what hangs below it.
+    virtual void Removing(const TreeNode& Node) = 0;
+    virtual void Removed() = 0;
+    /// What hangs below a node will go; there is something.
+    virtual void RemovingChildren(const TreeNode& Node) = 0;
+    virtual void RemovedChildren() = 0;
+    virtual void TextChanged(const TreeNode& Node) = 0;
+};
+
 /// A button of the tool bar.
 struct ToolButton {
     std::wstring Key;
@@ -75,6 +92,9 @@ class TreeModel : public kv::DesignTree {
 
     /// The face that ShowTree runs; without one ShowTree fails. The caller owns it and takes it away (null).
     void SetFace(TreeFace* Face) noexcept { Face_ = Face; }
+
+    /// Who follows the nodes, null for nobody. The caller owns it and takes it away.
+    void SetWatcher(TreeWatcher* Watcher) noexcept { Watcher_ = Watcher; }
 
     // What a window reads.
     const TreeNode* Root() const noexcept { return Root_; }
@@ -132,6 +152,7 @@ class TreeModel : public kv::DesignTree {
     void FreeBelow(TreeNode* Node) noexcept;
 
     TreeFace* Face_ = nullptr;
+    TreeWatcher* Watcher_ = nullptr;
     TreeNode* Root_ = nullptr;
     KeyIndex Index_;
     std::vector<std::wstring> Kinds_{L""};

@@ -497,6 +497,43 @@ TEST_F(RegistryTest, ASaveOfADeletedObjectIsRefused) {
     });
 }
 
+TEST_F(RegistryTest, TheStoredStateCanBeTakenOverOrOutranked) {
+    KvRegSvr First(File_), Second(File_);
+    First.Create(L"FILTER", L"PROVA");
+    const auto Mine = First.Open(L"FILTER", L"PROVA");
+    const auto Yours = First.Open(L"FILTER", L"PROVA");
+    const auto Theirs = Second.Open(L"FILTER", L"PROVA");
+    Theirs->SetSaving(true);
+    Theirs->Write(Sample(L"ALTRA", 2));
+
+    const auto State = Mine->Stored();
+    ASSERT_TRUE(State);
+    EXPECT_EQ(State->Revision, 2);
+    EXPECT_EQ(State->Content.Name, L"ALTRA") << "found under the name that it has now";
+    EXPECT_EQ(Mine->Revision(), 1) << "looking changes nothing";
+
+    Mine->TakeOver(*State);
+    EXPECT_EQ(Mine->Revision(), 2);
+    EXPECT_EQ(Mine->Read(), State->Content);
+    Mine->SetSaving(true);
+    Mine->Write(Sample(L"ALTRA", 3));
+    EXPECT_EQ(First.ReadStored(L"FILTER", L"ALTRA").Number2, 3);
+
+    Yours->PutContent(Sample(L"PROVA", 4));
+    const auto Newest = Yours->Stored();
+    ASSERT_TRUE(Newest);
+    Yours->Outrank(*Newest);
+    EXPECT_EQ(Yours->Read().Number2, 4) << "what is in memory stays";
+    EXPECT_EQ(Yours->Name(), L"PROVA");
+    Yours->SetSaving(true);
+    Yours->Write(Sample(L"PROVA", 4));
+    EXPECT_EQ(Second.ReadStored(L"FILTER", L"PROVA").Number2, 4);
+    EXPECT_EQ(Yours->Revision(), 4);
+
+    Second.Delete(L"FILTER", L"PROVA");
+    EXPECT_FALSE(Yours->Stored());
+}
+
 TEST_F(RegistryTest, ASaveRenamesTheObject) {
     KvRegSvr Registry(File_);
     const std::int32_t Id = Registry.Create(L"FILTER", L"PROVA");

@@ -1,0 +1,37 @@
+// What a window offers on a node.
+#pragma once
+
+#include <string>
+
+#include "window/TreeModel.h"
+
+namespace kv::window {
+
+/// Worked out from the kinds of the node and of the one above it alone: the letters say where elements are
+/// added (R), where all go at once (G), and what is deleted (D) and moved (M) by itself.
+struct Offers {
+    const TreeNode* NewIn = nullptr;  // the folder in which EditData makes a new element, null for nowhere
+    bool DeleteAll = false;           // the elements of this folder
+    bool Delete = false;              // this element
+    bool Move = false;                // this element, among its siblings
+};
+
+inline Offers OffersOn(const TreeModel& Tree, const TreeNode& Node) {
+    const auto Repeats = [&](const TreeNode& Folder) {
+        const std::wstring_view Kind = Tree.Kind(Folder);
+        return Kind == kind::kList || Kind == kind::kSubList;
+    };
+    Offers On;
+    if (Repeats(Node)) {
+        On.NewIn = &Node;
+        On.DeleteAll = Tree.Kind(Node) == kind::kList && Node.Children.Count() > 0;
+    }
+    if (Node.Parent && Repeats(*Node.Parent)) {
+        if (!On.NewIn) On.NewIn = Node.Parent;
+        On.Delete = true;
+        On.Move = Node.Parent->Children.Count() > 1;
+    }
+    return On;
+}
+
+}  // namespace kv::window
