@@ -276,6 +276,97 @@ constexpr SectionRow<W> kBrowse[] = {
 };
 // clang-format on
 
+// A tool command: the record of a button with what the keyboard and the look ask for.
+// clang-format off
+constexpr SectionRow<B> kToolCommand[] = {
+    {L"CODE=", read::Upper<&B::Code>, write::Quoted<&B::Code>},
+    {L"COMMAND=", read::OneWord<&B::Action, kActionWords>, write::OneWord<&B::Action, kActionWords>},
+    {L"ENABLED=", read::BoolOrIgnore<&B::Enabled>, write::Bool<&B::Enabled>},
+    {L"KBENABLED=", read::BoolOrIgnore<&B::KbEnabled>, write::Bool<&B::KbEnabled>},
+    {L"VISIBLE=", read::BoolOrIgnore<&B::Visible>, write::Bool<&B::Visible>},
+    {L"KBCODE=", read::OneWord<&B::KbCode, kKeyCodes>, write::OneWord<&B::KbCode, kKeyCodes>},
+    {L"KBSHIFT=", read::OneWord<&B::KbShift, kKeyShifts>, write::OneWord<&B::KbShift, kKeyShifts>},
+    {L"STYLE=", read::OneWord<&B::Style, kCommandStyles>, write::OneWord<&B::Style, kCommandStyles>},
+    {L"HELP=", read::Upper<&B::Help>, write::Quoted<&B::Help>},
+    {L"MIRROROF=", read::Text<&B::MirrorOf>, write::Quoted<&B::MirrorOf>},
+};
+
+using G = LoanRecord;
+constexpr SectionRow<G> kLoan[] = {
+    {L"RETRIEVAL=", read::Upper<&G::Retrieval>, write::Quoted<&G::Retrieval>},
+    {L"PATH=", read::Text<&G::Path>, write::Quoted<&G::Path>},
+    {L"LOGFILE=", read::Text<&G::LogFile>, write::Quoted<&G::LogFile>},
+    {L"ASKUSER=", read::BoolOrIgnore<&G::AskUser>, write::Bool<&G::AskUser>},
+    {L"HELP=", read::Upper<&G::Help>, write::Quoted<&G::Help>},
+    {L"MIRROROF=", read::Text<&G::MirrorOf>, write::Quoted<&G::MirrorOf>},
+};
+
+using K = LoanClientRecord;
+constexpr SectionRow<K> kLoanClient[] = {
+    {L"LOAN=", read::Upper<&K::Loan>, write::Quoted<&K::Loan>},
+    {L"MENU=", read::Upper<&K::Menu>, write::Quoted<&K::Menu>},
+    {L"REQUESTOPTIONS=", ReadBits<&K::RequestOptions, kLoanRequests, K>,
+     [](const K& From, std::wstring_view Keyword, LineWriter& Out) {
+         const std::wstring Requests = JoinSetWords(kLoanRequests, From.RequestOptions);
+         Out.Plain(Keyword, Requests.empty() ? kLoanRequests.front().Text : Requests);
+         return false;
+     }},
+    {L"DELIVERLIB=", read::OneWord<&K::DeliverLib, kDeliverLibs>, write::OneWord<&K::DeliverLib, kDeliverLibs>},
+    {L"WEBDELIVERLIB=", read::OneWord<&K::WebDeliverLib, kDeliverLibs>, write::OneWord<&K::WebDeliverLib, kDeliverLibs>},
+    {L"PWDOPTIONS=", read::Flags<&K::PwdOptions, kPasswordOptions>, write::Flags<&K::PwdOptions, kPasswordOptions>},
+    {L"PWDLENGTH=", read::Long<&K::PwdLength>, write::Number<&K::PwdLength>},
+    {L"HELP=", read::Upper<&K::Help>, write::Quoted<&K::Help>},
+    {L"MIRROROF=", read::Text<&K::MirrorOf>, write::Quoted<&K::MirrorOf>},
+};
+
+using M = LoanMenuRecord;
+constexpr SectionRow<M> kLoanMenu[] = {
+    {L"USERNEW=", read::BoolOrIgnore<&M::UserNew>, write::Bool<&M::UserNew>},
+    {L"USERMOD=", read::BoolOrIgnore<&M::UserMod>, write::Bool<&M::UserMod>},
+    {L"USERDEL=", read::BoolOrIgnore<&M::UserDel>, write::Bool<&M::UserDel>},
+    {L"USERPRN=", read::BoolOrIgnore<&M::UserPrn>, write::Bool<&M::UserPrn>},
+    {L"LOANLOAN=", read::BoolOrIgnore<&M::LoanLoan>, write::Bool<&M::LoanLoan>},
+    {L"LOANDEP=", read::BoolOrIgnore<&M::LoanDep>, write::Bool<&M::LoanDep>},
+    {L"LOANPREN=", read::BoolOrIgnore<&M::LoanPren>, write::Bool<&M::LoanPren>},
+    {L"LOANSOLLE=", read::BoolOrIgnore<&M::LoanSolle>, write::Bool<&M::LoanSolle>},
+    {L"STATACTIVE=", read::BoolOrIgnore<&M::StatActive>, write::Bool<&M::StatActive>},
+    {L"PARMACTIVE=", read::BoolOrIgnore<&M::ParmActive>, write::Bool<&M::ParmActive>},
+    {L"SERVACTIVE=", read::BoolOrIgnore<&M::ServActive>, write::Bool<&M::ServActive>},
+    {L"USERACTIVE=", read::BoolOrIgnore<&M::UserActive>, write::Bool<&M::UserActive>},
+    {L"LOANACTIVE=", read::BoolOrIgnore<&M::LoanActive>, write::Bool<&M::LoanActive>},
+    {L"CHANGEBIB=", read::BoolOrIgnore<&M::ChangeBib>, write::Bool<&M::ChangeBib>},
+    {L"BUTTLETT=", read::BoolOrIgnore<&M::ButtLett>, write::Bool<&M::ButtLett>},
+    {L"BUTTPREST=", read::BoolOrIgnore<&M::ButtPrest>, write::Bool<&M::ButtPrest>},
+    {L"BUTTRESO=", read::BoolOrIgnore<&M::ButtReso>, write::Bool<&M::ButtReso>},
+    {L"BUTTRINNO=", read::BoolOrIgnore<&M::ButtRinno>, write::Bool<&M::ButtRinno>},
+    {L"BUTTPRENO=", read::BoolOrIgnore<&M::ButtPreno>, write::Bool<&M::ButtPreno>},
+    {L"BUTTCONSE=", read::BoolOrIgnore<&M::ButtConse>, write::Bool<&M::ButtConse>},
+    {L"BUTTCANCE=", read::BoolOrIgnore<&M::ButtCance>, write::Bool<&M::ButtCance>},
+    {L"BUTTDEPOS=", read::BoolOrIgnore<&M::ButtDepos>, write::Bool<&M::ButtDepos>},
+    {L"BUTTENDDE=", read::BoolOrIgnore<&M::ButtEndDe>, write::Bool<&M::ButtEndDe>},
+    {L"BUTTCOMPRA=", read::BoolOrIgnore<&M::ButtCompra>, write::Bool<&M::ButtCompra>},
+    {L"MIRROROF=", read::Text<&M::MirrorOf>, write::Quoted<&M::MirrorOf>},
+};
+// clang-format on
+
+using J = CatProcRecord;
+constexpr SectionRow<J> kCatProc[] = {
+    {L"CATALOGUE=", read::Upper<&J::Catalogue>, write::Quoted<&J::Catalogue>},
+    {L"RETRIEVAL=", read::Upper<&J::Retrieval>, write::Quoted<&J::Retrieval>},
+    {L"SOURCEPATH=", read::Text<&J::SourcePath>, write::Quoted<&J::SourcePath>},
+    {L"TARGETPATH=", read::Text<&J::TargetPath>, write::Quoted<&J::TargetPath>},
+    {L"LOGFILE=", read::Text<&J::LogFile>, write::Quoted<&J::LogFile>},
+    {L"MIRROROF=", read::Text<&J::MirrorOf>, write::Quoted<&J::MirrorOf>},
+};
+constexpr SectionRow<T> kCatProcField[] = {
+    {L"NAME=", read::Text<&T::Name>, write::Quoted<&T::Name>},
+};
+
+constexpr SectionRow<T> kAlias[] = {
+    {L"NAME=", read::Text<&T::Name>, write::Quoted<&T::Name>},
+    {L"TEXT=", read::Text<&T::Text>, write::Quoted<&T::Text>},
+};
+
 template <class Element>
 void NeedsLanguage(const Element& Read) {
     if (Read.Language.empty()) Raise(L"Non è stato specificato un codice LANG valido.");
@@ -393,6 +484,51 @@ bool SaveBrowseFilter(FilterRecord& Into, std::wstring& Buffer, const SaveFlags&
 }
 bool DispBrowseFilter(const FilterRecord& From, std::wstring& Buffer, const SaveFlags&) {
     return Disp(L"ParmEditor.DispBrowseFilter", kBrowseFilter, From, Buffer);
+}
+
+bool SaveToolCommand(CommandRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return Save(L"ParmEditor.SaveToolCommand", kToolCommand, Into, Buffer, Flags);
+}
+bool DispToolCommand(const CommandRecord& From, std::wstring& Buffer, const SaveFlags&) {
+    return Disp(L"ParmEditor.DispToolCommand", kToolCommand, From, Buffer);
+}
+bool SaveLoan(LoanRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return Save(L"ParmEditor.SaveLoan", kLoan, Into, Buffer, Flags);
+}
+bool DispLoan(const LoanRecord& From, std::wstring& Buffer, const SaveFlags&) {
+    return Disp(L"ParmEditor.DispLoan", kLoan, From, Buffer);
+}
+bool SaveLoanClient(LoanClientRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return Save(L"ParmEditor.SaveLoanClient", kLoanClient, Into, Buffer, Flags);
+}
+bool DispLoanClient(const LoanClientRecord& From, std::wstring& Buffer, const SaveFlags&) {
+    return Disp(L"ParmEditor.DispLoanClient", kLoanClient, From, Buffer);
+}
+bool SaveLoanMenu(LoanMenuRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return Save(L"ParmEditor.SaveLoanMenu", kLoanMenu, Into, Buffer, Flags);
+}
+bool DispLoanMenu(const LoanMenuRecord& From, std::wstring& Buffer, const SaveFlags&) {
+    return Disp(L"ParmEditor.DispLoanMenu", kLoanMenu, From, Buffer);
+}
+
+bool SaveCatProc(CatProcRecord& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return Save(L"ParmEditor.SaveCatProc", kCatProc, Into, Buffer, Flags);
+}
+bool DispCatProc(const CatProcRecord& From, std::wstring& Buffer, const SaveFlags&) {
+    return Disp(L"ParmEditor.DispCatProc", kCatProc, From, Buffer);
+}
+bool SaveCatProcField(ParmItem& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return Save(L"ParmEditor.SaveCatProcField", kCatProcField, Into, Buffer, Flags);
+}
+bool DispCatProcField(const ParmItem& From, std::wstring& Buffer, const SaveFlags&) {
+    return Disp(L"ParmEditor.DispCatProcField", kCatProcField, From, Buffer);
+}
+
+bool SaveAlias(ParmItem& Into, std::wstring& Buffer, const SaveFlags& Flags) {
+    return Save(L"ParmEditor.SaveAlias", kAlias, Into, Buffer, Flags);
+}
+bool DispAlias(const ParmItem& From, std::wstring& Buffer, const SaveFlags&) {
+    return Disp(L"ParmEditor.DispAlias", kAlias, From, Buffer);
 }
 
 bool SaveMessage(ParmList<MessageRecord>& Messages, std::int32_t Index, std::wstring& Buffer,

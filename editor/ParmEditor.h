@@ -5,8 +5,10 @@
 #include <string>
 
 #include "frame/vdbcModule.h"
+#include "records/AliasRecord.h"
 #include "records/ApplicationRecord.h"
 #include "records/BrowseRecord.h"
+#include "records/CatProcRecord.h"
 #include "records/CatalogueRecord.h"
 #include "records/CommandRecord.h"
 #include "records/FilterRecord.h"
@@ -14,6 +16,9 @@
 #include "records/HtmlRecord.h"
 #include "records/ImportProcRecord.h"
 #include "records/ImportRecord.h"
+#include "records/LoanClientRecord.h"
+#include "records/LoanMenuRecord.h"
+#include "records/LoanRecord.h"
 #include "records/MessageRecord.h"
 #include "records/ParmItem.h"
 #include "records/PopupRecord.h"
@@ -67,6 +72,29 @@ template <class Record>
 [[nodiscard]] bool DispBrowse(const BrowseRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
 [[nodiscard]] bool SaveBrowseFilter(FilterRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
 [[nodiscard]] bool DispBrowseFilter(const FilterRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
+
+/// A tool command, which shares its record with the buttons; its titles, messages and fonts are read and
+/// rendered by what many classes share. KBCODE= and KBSHIFT= are empty where no key calls it.
+[[nodiscard]] bool SaveToolCommand(CommandRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispToolCommand(const CommandRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
+
+/// A loan service, a client of it, and what the menu of its desk allows.
+[[nodiscard]] bool SaveLoan(LoanRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispLoan(const LoanRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool SaveLoanClient(LoanClientRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispLoanClient(const LoanClientRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool SaveLoanMenu(LoanMenuRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispLoanMenu(const LoanMenuRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
+
+/// A catalogue procedure, and one of its components: NAME=.
+[[nodiscard]] bool SaveCatProc(CatProcRecord& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispCatProc(const CatProcRecord& From, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool SaveCatProcField(ParmItem& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispCatProcField(const ParmItem& From, std::wstring& Buffer, const SaveFlags& Flags);
+
+/// An alias: NAME=, TEXT=.
+[[nodiscard]] bool SaveAlias(ParmItem& Into, std::wstring& Buffer, const SaveFlags& Flags);
+[[nodiscard]] bool DispAlias(const ParmItem& From, std::wstring& Buffer, const SaveFlags& Flags);
 
 /// A system message, NAME= and DESC=: the one at place `Index` of its list. In strict mode a name that is
 /// empty or that another message of the list bears is refused.

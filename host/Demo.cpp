@@ -105,7 +105,7 @@ fs::path FirstMissing(const fs::path& Folder) {
 std::vector<DemoObject> DemoObjects() {
     std::vector<DemoObject> All;
     for (const auto Make : {DemoServices, DemoTables, DemoSorts, DemoStopWords, DemoImports, DemoForms,
-                            DemoMessages, DemoClients, DemoNavigation})
+                            DemoMessages, DemoClients, DemoNavigation, DemoLoans, DemoMail})
         for (DemoObject& Object : Make()) All.push_back(std::move(Object));
     return All;
 }

@@ -14,7 +14,7 @@
 
 namespace kv::host {
 
-std::vector<DemoObject> DemoServices();    // CATALOGUE, FILTER, IMPORT, MEMBER, REPOSITORY
+std::vector<DemoObject> DemoServices();    // ALIAS, CATALOGUE, CATPROC, FILTER, IMPORT, MEMBER, REPOSITORY
 std::vector<DemoObject> DemoTables();      // TABLE, records and indexes
 std::vector<DemoObject> DemoSorts();       // SORT
 std::vector<DemoObject> DemoStopWords();   // STOPWORD
@@ -22,6 +22,8 @@ std::vector<DemoObject> DemoImports();     // IMPORTPROC
 std::vector<DemoObject> DemoForms();       // MATER, STEM
 std::vector<DemoObject> DemoMessages();    // STRINGTABLE
 std::vector<DemoObject> DemoClients();     // PROFILE, RETRIEVAL, VCLIENT, WEBCLIENT
+std::vector<DemoObject> DemoLoans();       // COMMAND, LOAN, LOANCLIENT, LOANMENU
+std::vector<DemoObject> DemoMail();        // MAIL, MAILGROUP
 std::vector<DemoObject> DemoNavigation();  // BROWSE, HELP, MENU, QUERY, SETOPS, WEBSERVER
 
 /// A field of a record table, as other objects refer to it.

@@ -1,6 +1,36 @@
 #include "host/DemoParts.h"
 
 namespace kv::host {
+namespace {
+
+// The components are the imports that are run, in their order.
+DemoObject Procedure(std::wstring_view Name, std::wstring_view Desc,
+                     const std::vector<std::wstring_view>& Components, std::wstring_view Parms) {
+    DemoDraft Made(L"CATPROC", Name, Desc);
+    Made.Section(L"PARMS", {1}, Parms);
+    std::int32_t At = 0;
+    for (const std::wstring_view Each : Components) {
+        Made.Element(L"FIELDS");
+        Made.Section(L"FIELDS", {++At}, [&](LineWriter& Out) { Out.Quoted(L"NAME=", Each); });
+    }
+    return Made.Take();
+}
+
+// In the order of the names, each before the name of a new alias, so that the one to be named is the last.
+DemoObject Aliases(std::wstring_view Name, std::wstring_view Desc, const DemoTexts& All) {
+    DemoDraft Made(L"ALIAS", Name, Desc);
+    std::int32_t At = 0;
+    for (const auto& [Alias, Object] : All) {
+        Made.Element(L"FIELDS");
+        Made.Section(L"FIELDS", {++At}, [&](LineWriter& Out) {
+            Out.Quoted(L"NAME=", Alias);
+            Out.Quoted(L"TEXT=", Object);
+        });
+    }
+    return Made.Take();
+}
+
+}  // namespace
 
 std::vector<DemoObject> DemoServices() {
     const auto Parms = [](std::wstring_view Text) {
@@ -35,6 +65,36 @@ PATH= "cataloghi/ragazzi"
 HELP= "AIUTORAGAZZI"
 MIRROROF= "GENERALE"
 )")},
+
+        Procedure(L"NOTTURNA", L"Aggiorna ogni notte il catalogo generale", {L"ACQUISTI", L"SPOGLI"},
+                  LR"(CATALOGUE= "GENERALE"
+RETRIEVAL= "BIBLIO"
+SOURCEPATH= "scambio"
+TARGETPATH= "archivi/biblio"
+LOGFILE= "registri/notturna.log"
+)"),
+        Procedure(L"RECUPERO", L"Ricostruisce il catalogo dallo schedario cartaceo",
+                  {L"SCHEDARIO", L"ACQUISTI", L"SPOGLI"},
+                  LR"(CATALOGUE= "GENERALE"
+RETRIEVAL= "BIBLIO"
+SOURCEPATH= "recupero"
+TARGETPATH= "archivi/biblio"
+LOGFILE= "registri/recupero.log"
+)"),
+        Procedure(L"RAGAZZI", L"La procedura notturna per la sezione ragazzi", {L"ACQUISTI"},
+                  LR"(CATALOGUE= "RAGAZZI"
+RETRIEVAL= "BIBLIO"
+LOGFILE= "registri/ragazzi.log"
+MIRROROF= "NOTTURNA"
+)"),
+
+        Aliases(L"CATALOGHI", L"I cataloghi come li chiamano i lettori",
+                {{L"Catalogo", L"GENERALE"},
+                 {L"Giornali", L"EMEROTECA"},
+                 {L"Libri per ragazzi", L"RAGAZZI"},
+                 {L"Riviste", L"EMEROTECA"}}),
+        Aliases(L"SPORTELLI", L"Gli uffici come li chiamano gli utenti",
+                {{L"Banco", L"BANCO"}, {L"Prestiti", L"BANCO"}, {L"Schede", L"CATALOGAZIONE"}}),
 
         {L"FILTER", L"DISPONIBILI", L"Solo i documenti che sono a scaffale", Parms(LR"(TABLE= "STATO"
 EXPRESSION= "DISPONIBILE"

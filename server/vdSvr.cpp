@@ -21,9 +21,17 @@
 #include "items/navigation/diQuery.h"
 #include "items/navigation/diSetOp.h"
 #include "items/navigation/diWebServer.h"
+#include "items/services/diAlias.h"
+#include "items/services/diCatProc.h"
 #include "items/services/diCatalogue.h"
+#include "items/services/diCommand.h"
 #include "items/services/diFilter.h"
 #include "items/services/diImport.h"
+#include "items/services/diLoan.h"
+#include "items/services/diLoanClient.h"
+#include "items/services/diLoanMenu.h"
+#include "items/services/diMail.h"
+#include "items/services/diMailGroup.h"
 #include "items/services/diMember.h"
 #include "items/services/diRepository.h"
 #include "resources/ToolButtons.h"
@@ -44,14 +52,22 @@ struct ClassRow {
 /// The class word ladder; words are compared exactly.
 // clang-format off
 constexpr ClassRow kClasses[] = {
+    {L"ALIAS", Make<diAlias>},
     {L"VCLIENT", Make<diApplication>},
     {L"RETRIEVAL", Make<diRetrieval>},
     {L"BROWSE", Make<diBrowse>},
     {L"CATALOGUE", Make<diCatalogue>},
+    {L"CATPROC", Make<diCatProc>},
+    {L"COMMAND", Make<diCommand>},
     {L"FILTER", Make<diFilter>},
     {L"HELP", Make<diHelp>},
     {L"IMPORT", Make<diImport>},
     {L"IMPORTPROC", Make<diImportProc>},
+    {L"LOAN", Make<diLoan>},
+    {L"LOANCLIENT", Make<diLoanClient>},
+    {L"LOANMENU", Make<diLoanMenu>},
+    {L"MAIL", Make<diMail>},
+    {L"MAILGROUP", Make<diMailGroup>},
     {L"MATER", Make<diMater>},
     {L"MEMBER", Make<diMember>},
     {L"MENU", Make<diMenu>},

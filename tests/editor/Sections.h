@@ -87,6 +87,54 @@ struct CatalogueOfImportSection : CatalogueSection {
     }
 };
 
+struct CatProcSection {
+    using Record = CatProcRecord;
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveCatProc";
+    static constexpr bool kKeeps = false;
+    static constexpr bool kNeedsLanguage = false;
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveCatProc(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispCatProc(From, Buffer, FlagsFor(true));
+    }
+    static std::vector<Row> Rows() {
+        return {{L"CATALOGUE=", L"Catalogue", Reads::Name},   {L"RETRIEVAL=", L"Retrieval", Reads::Name},
+                {L"SOURCEPATH=", L"SourcePath", Reads::Kept}, {L"TARGETPATH=", L"TargetPath", Reads::Kept},
+                {L"LOGFILE=", L"LogFile", Reads::Kept},       {L"MIRROROF=", L"MirrorOf", Reads::Kept}};
+    }
+};
+
+struct CatProcFieldSection {
+    using Record = ParmItem;
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveCatProcField";
+    static constexpr bool kKeeps = false;
+    static constexpr bool kNeedsLanguage = false;
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveCatProcField(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispCatProcField(From, Buffer, FlagsFor(true));
+    }
+    static std::vector<Row> Rows() { return {{L"NAME=", L"Name", Reads::Kept, {}, true}}; }
+};
+
+struct AliasSection {
+    using Record = ParmItem;
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveAlias";
+    static constexpr bool kKeeps = false;
+    static constexpr bool kNeedsLanguage = false;
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveAlias(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispAlias(From, Buffer, FlagsFor(true));
+    }
+    static std::vector<Row> Rows() {
+        return {{L"NAME=", L"Name", Reads::Kept, {}, true}, {L"TEXT=", L"Text", Reads::Kept}};
+    }
+};
+
 struct FilterSection {
     using Record = FilterRecord;
     static constexpr std::wstring_view kSource = L"ParmEditor.SaveFilter";
@@ -223,6 +271,134 @@ struct CommandSection {
                 {L"ACTION=", L"Action", Reads::OneWord, ActionWords()},
                 {L"ENABLED=", L"Enabled", Reads::Boolean},
                 {L"VISIBLE=", L"Visible", Reads::Boolean}};
+    }
+};
+
+struct ToolCommandSection {
+    using Record = CommandRecord;
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveToolCommand";
+    static constexpr bool kKeeps = false;
+    static constexpr bool kNeedsLanguage = false;
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveToolCommand(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispToolCommand(From, Buffer, FlagsFor(true));
+    }
+    static std::vector<Row> Rows() {
+        return {{L"CODE=", L"Code", Reads::Name},
+                {L"COMMAND=", L"Action", Reads::OneWord, ActionWords()},
+                {L"ENABLED=", L"Enabled", Reads::Boolean},
+                {L"KBENABLED=", L"KbEnabled", Reads::Boolean},
+                {L"VISIBLE=", L"Visible", Reads::Boolean},
+                {L"KBCODE=",
+                 L"KbCode",
+                 Reads::OneWord,
+                 {{L"", 0},          {L"{BACK}", 1},  {L"{CENTER}", 2}, {L"{DEL}", 3},      {L"{DOWN}", 4},
+                  {L"{END}", 5},     {L"{ENTER}", 6}, {L"{ESC}", 7},    {L"{F1}", 8},       {L"{F2}", 9},
+                  {L"{F3}", 10},     {L"{F4}", 11},   {L"{F5}", 12},    {L"{F6}", 13},      {L"{F7}", 14},
+                  {L"{F8}", 15},     {L"{F9}", 16},   {L"{F10}", 17},   {L"{F11}", 18},     {L"{F12}", 19},
+                  {L"{HOME}", 20},   {L"{INS}", 21},  {L"{LEFT}", 22},  {L"{NUMLOCK}", 23}, {L"{PAUSE}", 24},
+                  {L"{PGDOWN}", 25}, {L"{PGUP}", 26}, {L"{RIGHT}", 27}, {L"{TAB}", 28},     {L"{UP}", 29}}},
+                {L"KBSHIFT=",
+                 L"KbShift",
+                 Reads::OneWord,
+                 {{L"", 0},
+                  {L"ALT", 1},
+                  {L"CTRL", 2},
+                  {L"SHIFT", 4},
+                  {L"ALT+CTRL", 3},
+                  {L"ALT+SHIFT", 5},
+                  {L"CTRL+SHIFT", 6}}},
+                {L"STYLE=",
+                 L"Style",
+                 Reads::OneWord,
+                 {{L"DEFAULT", 0}, {L"CHECK", 1}, {L"PLACEHOLDER", 2}, {L"SEPARATOR", 3}}},
+                {L"HELP=", L"Help", Reads::Name},
+                {L"MIRROROF=", L"MirrorOf", Reads::Kept}};
+    }
+};
+
+struct LoanSection {
+    using Record = LoanRecord;
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveLoan";
+    static constexpr bool kKeeps = false;
+    static constexpr bool kNeedsLanguage = false;
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveLoan(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispLoan(From, Buffer, FlagsFor(true));
+    }
+    static std::vector<Row> Rows() {
+        return {{L"RETRIEVAL=", L"Retrieval", Reads::Name}, {L"PATH=", L"Path", Reads::Kept},
+                {L"LOGFILE=", L"LogFile", Reads::Kept},     {L"ASKUSER=", L"AskUser", Reads::Boolean},
+                {L"HELP=", L"Help", Reads::Name},           {L"MIRROROF=", L"MirrorOf", Reads::Kept}};
+    }
+};
+
+struct LoanClientSection {
+    using Record = LoanClientRecord;
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveLoanClient";
+    static constexpr bool kKeeps = false;
+    static constexpr bool kNeedsLanguage = false;
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveLoanClient(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispLoanClient(From, Buffer, FlagsFor(true));
+    }
+    static std::vector<Row> Rows() {
+        return {{L"LOAN=", L"Loan", Reads::Name},
+                {L"MENU=", L"Menu", Reads::Name},
+                {L"REQUESTOPTIONS=",
+                 L"RequestOptions",
+                 Reads::Bits,
+                 {{L"LOAN", 1}, {L"REFERENCE", 2}, {L"RESERVATION", 4}, {L"NOTHING", 0}}},
+                {L"DELIVERLIB=", L"DeliverLib", Reads::OneWord, {{L"ALL", 0}, {L"DEFAULT", 1}}},
+                {L"WEBDELIVERLIB=", L"WebDeliverLib", Reads::OneWord, {{L"ALL", 0}, {L"DEFAULT", 1}}},
+                {L"PWDOPTIONS=",
+                 L"PwdOptions",
+                 Reads::Flags,
+                 {{L"ALPHA", 1},
+                  {L"CAMEL", 2},
+                  {L"DOMAIN", 4},
+                  {L"LENGTH", 8},
+                  {L"NONALPHA", 16},
+                  {L"PUNCT", 32},
+                  {L"DIGIT", 64}}},
+                {L"PWDLENGTH=", L"PwdLength", Reads::Number},
+                {L"HELP=", L"Help", Reads::Name},
+                {L"MIRROROF=", L"MirrorOf", Reads::Kept}};
+    }
+};
+
+struct LoanMenuSection {
+    using Record = LoanMenuRecord;
+    static constexpr std::wstring_view kSource = L"ParmEditor.SaveLoanMenu";
+    static constexpr bool kKeeps = false;
+    static constexpr bool kNeedsLanguage = false;
+    static bool Save(Record& Into, std::wstring& Text, bool Strict) {
+        return ParmEditor::SaveLoanMenu(Into, Text, FlagsFor(Strict));
+    }
+    static bool Disp(const Record& From, std::wstring& Buffer) {
+        return ParmEditor::DispLoanMenu(From, Buffer, FlagsFor(true));
+    }
+    static std::vector<Row> Rows() {
+        return {
+            {L"USERNEW=", L"UserNew", Reads::Boolean},       {L"USERMOD=", L"UserMod", Reads::Boolean},
+            {L"USERDEL=", L"UserDel", Reads::Boolean},       {L"USERPRN=", L"UserPrn", Reads::Boolean},
+            {L"LOANLOAN=", L"LoanLoan", Reads::Boolean},     {L"LOANDEP=", L"LoanDep", Reads::Boolean},
+            {L"LOANPREN=", L"LoanPren", Reads::Boolean},     {L"LOANSOLLE=", L"LoanSolle", Reads::Boolean},
+            {L"STATACTIVE=", L"StatActive", Reads::Boolean}, {L"PARMACTIVE=", L"ParmActive", Reads::Boolean},
+            {L"SERVACTIVE=", L"ServActive", Reads::Boolean}, {L"USERACTIVE=", L"UserActive", Reads::Boolean},
+            {L"LOANACTIVE=", L"LoanActive", Reads::Boolean}, {L"CHANGEBIB=", L"ChangeBib", Reads::Boolean},
+            {L"BUTTLETT=", L"ButtLett", Reads::Boolean},     {L"BUTTPREST=", L"ButtPrest", Reads::Boolean},
+            {L"BUTTRESO=", L"ButtReso", Reads::Boolean},     {L"BUTTRINNO=", L"ButtRinno", Reads::Boolean},
+            {L"BUTTPRENO=", L"ButtPreno", Reads::Boolean},   {L"BUTTCONSE=", L"ButtConse", Reads::Boolean},
+            {L"BUTTCANCE=", L"ButtCance", Reads::Boolean},   {L"BUTTDEPOS=", L"ButtDepos", Reads::Boolean},
+            {L"BUTTENDDE=", L"ButtEndDe", Reads::Boolean},   {L"BUTTCOMPRA=", L"ButtCompra", Reads::Boolean},
+            {L"MIRROROF=", L"MirrorOf", Reads::Kept}};
     }
 };
 

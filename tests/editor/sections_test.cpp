@@ -212,10 +212,12 @@ class Section : public FrameTest {
 };
 
 using Sections =
-    ::testing::Types<CatalogueSection, CatalogueOfImportSection, FilterSection, ImportSection, CaptionSection,
-                     TitleSection, HtmlSection, FontSection, CommandSection, PopupSection, BrowseSection,
+    ::testing::Types<AliasSection, CatalogueSection, CatalogueOfImportSection, CatProcSection,
+                     CatProcFieldSection, FilterSection, ImportSection, CaptionSection, TitleSection,
+                     HtmlSection, FontSection, CommandSection, PopupSection, BrowseSection,
                      BrowseFilterSection, RepositorySection, ApplicationSection, FormFontSection,
-                     MessageFontSection, TitleFontSection, MessageSection, MessageTextSection>;
+                     MessageFontSection, TitleFontSection, MessageSection, MessageTextSection,
+                     ToolCommandSection, LoanSection, LoanClientSection, LoanMenuSection>;
 TYPED_TEST_SUITE(Section, Sections);
 
 TYPED_TEST(Section, EveryKeywordTakesItsValuesStrictOrLax) {

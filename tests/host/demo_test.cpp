@@ -48,10 +48,10 @@ TEST_F(Demo, HoldsSeveralObjectsOfAClass) {
         EXPECT_FALSE(Object.Sections.empty());
     }
     for (const std::wstring_view Word :
-         {L"BROWSE",    L"CATALOGUE", L"FILTER",    L"HELP",     L"IMPORT",   L"IMPORTPROC",
-          L"MATER",     L"MEMBER",    L"MENU",      L"PROFILE",  L"QUERY",    L"REPOSITORY",
-          L"RETRIEVAL", L"SETOPS",    L"SORT",      L"STEM",     L"STOPWORD", L"STRINGTABLE",
-          L"TABLE",     L"VCLIENT",   L"WEBCLIENT", L"WEBSERVER"})
+         {L"BROWSE",    L"CATALOGUE", L"FILTER",   L"HELP",        L"IMPORT",     L"IMPORTPROC", L"MATER",
+          L"MEMBER",    L"MENU",      L"PROFILE",  L"QUERY",       L"REPOSITORY", L"RETRIEVAL",  L"SETOPS",
+          L"SORT",      L"STEM",      L"STOPWORD", L"STRINGTABLE", L"TABLE",      L"VCLIENT",    L"WEBCLIENT",
+          L"WEBSERVER", L"COMMAND",   L"LOAN",     L"LOANCLIENT",  L"LOANMENU",   L"MAILGROUP"})
         EXPECT_GE(Count[Word], 2) << Narrow(Word);
 }
 
@@ -147,6 +147,11 @@ TEST_F(DemoContent, NamesOnlyObjectsThatAreThere) {
         {L"CATALOGUE", L"", L"Help", L"HELP"},
         {L"CATALOGUE", L"", L"HelpWww", L"HELP"},
         {L"CATALOGUE", L"", L"MirrorOf", L"CATALOGUE"},
+        {L"CATPROC", L"", L"Catalogue", L"CATALOGUE"},
+        {L"CATPROC", L"", L"Retrieval", L"RETRIEVAL"},
+        {L"CATPROC", L"", L"MirrorOf", L"CATPROC"},
+        {L"COMMAND", L"", L"Help", L"HELP"},
+        {L"COMMAND", L"", L"MirrorOf", L"COMMAND"},
         {L"FILTER", L"", L"Table", L"TABLE"},
         {L"FILTER", L"", L"Help", L"HELP"},
         {L"HELP", L"", L"Help", L"HELP"},
@@ -158,6 +163,14 @@ TEST_F(DemoContent, NamesOnlyObjectsThatAreThere) {
         {L"IMPORTPROC", L"", L"Table", L"TABLE"},
         {L"IMPORTPROC", L"", L"MirrorOf", L"IMPORTPROC"},
         {L"IMPORTPROC", L"Indexes", L"Table", L"TABLE"},
+        {L"LOAN", L"", L"Retrieval", L"RETRIEVAL"},
+        {L"LOAN", L"", L"Help", L"HELP"},
+        {L"LOAN", L"", L"MirrorOf", L"LOAN"},
+        {L"LOANCLIENT", L"", L"Loan", L"LOAN"},
+        {L"LOANCLIENT", L"", L"Menu", L"LOANMENU"},
+        {L"LOANCLIENT", L"", L"Help", L"HELP"},
+        {L"LOANCLIENT", L"", L"MirrorOf", L"LOANCLIENT"},
+        {L"LOANMENU", L"", L"MirrorOf", L"LOANMENU"},
         {L"MENU", L"", L"Help", L"HELP"},
         {L"MENU", L"", L"HelpWww", L"HELP"},
         {L"MENU", L"", L"Tips", L"HELP"},
@@ -217,6 +230,43 @@ TEST_F(DemoContent, NamesOnlyObjectsThatAreThere) {
         }
         EXPECT_GT(Found, 0) << Narrow(Each.Clsid) << ' ' << Narrow(Each.Property);
     }
+}
+
+TEST_F(DemoContent, ProceduresRunImportsAndAliasesStandForObjects) {
+    for (const auto& [Key, Stored] : Objects)
+        if (Key.first == L"CATPROC") {
+            EXPECT_FALSE(Elements(Stored, L"Fields").empty()) << Narrow(Key.second);
+            for (const RegObject& Each : Elements(Stored, L"Fields"))
+                EXPECT_EQ(Objects.count(Name(L"IMPORT", Each.Name)), 1U) << Narrow(Each.Name);
+        }
+    for (const auto& [Alias, Class] : {std::pair(L"CATALOGHI", L"CATALOGUE"), {L"SPORTELLI", L"MEMBER"}}) {
+        std::vector<std::wstring> Names;
+        for (const RegObject& Each : Elements(Object(L"ALIAS", Alias), L"Fields")) {
+            Names.push_back(Each.Name);
+            EXPECT_EQ(Objects.count(Name(Class, Text(Each, L"Text"))), 1U) << Narrow(Each.Name);
+        }
+        EXPECT_GE(Names.size(), 3U);
+        EXPECT_TRUE(std::is_sorted(Names.begin(), Names.end()));
+    }
+}
+
+TEST_F(DemoContent, ToolCommandsSpeakFiveLanguages) {
+    std::set<std::int32_t> Keys;
+    for (const auto& [Key, Stored] : Objects) {
+        if (Key.first != L"COMMAND") continue;
+        Keys.insert(Number(Stored, L"KbCode"));
+        EXPECT_FALSE(Elements(Stored, L"TitleFonts").empty()) << Narrow(Key.second);
+        for (const wchar_t* const List : {L"Titles", L"Messages"}) {
+            std::vector<std::wstring> Languages;
+            for (const RegObject& Each : Elements(Stored, List)) {
+                Languages.push_back(Text(Each, L"Language"));
+                EXPECT_FALSE(Text(Each, L"Text").empty()) << Narrow(Key.second);
+            }
+            EXPECT_EQ(Languages, (std::vector<std::wstring>{L"ITA", L"ENG", L"FRE", L"GER", L"SPA"}))
+                << Narrow(Key.second);
+        }
+    }
+    EXPECT_EQ(Keys.size(), 3U) << "one of them without a key";
 }
 
 TEST_F(DemoContent, IndexesAreIndexesAndRecordsHaveFields) {
@@ -304,9 +354,11 @@ TEST_F(DemoContent, MessagesSpeakFiveLanguages) {
     };
     for (const auto& [Key, Stored] : Objects) {
         if (Key.first == L"STRINGTABLE") Look(Elements(Stored, L"Messages"));
+        if (Key.first == L"MAIL") Look(Elements(Stored, L"Fields"));
         if (Key.first == L"VCLIENT") Look(Elements(*Stored.Child(L"Messages"), L"Message"));
     }
     EXPECT_EQ(Elements(Object(L"STRINGTABLE", L"CATALOGO"), L"Messages").size(), 25U);
+    EXPECT_EQ(Elements(Object(L"MAIL", L"CENTRALE"), L"Fields").size(), 6U);
     EXPECT_EQ(Look(Elements(*Object(L"VCLIENT", L"LETTORI").Child(L"Messages"), L"Message")), 12U);
 }
 
@@ -426,6 +478,25 @@ TEST_F(DemoContent, TheListsOfQueriesBrowsesAndServersHoldSomething) {
                 << Narrow(Each.Name) << ' ' << Narrow(List);
     EXPECT_EQ(Elements(Object(L"QUERY", L"RICERCA"), L"Fields").size(), 3U);
     EXPECT_EQ(Elements(Object(L"QUERY", L"AVANZATA"), L"Fields").size(), 7U);
+}
+
+TEST_F(DemoContent, MailGroupsOfStaffAndPublicDiffer) {
+    EXPECT_EQ(Text(Object(L"MAIL", L"CENTRALE"), L"Path"), L"posta/centrale");
+    for (const auto& [Group, MaySend, Size, Paths] :
+         {std::tuple(L"PERSONALE", true, 51200, 3U), std::tuple(L"PUBBLICO", false, 1024, 1U)}) {
+        const RegObject& Stored = Object(L"MAILGROUP", Group);
+        EXPECT_EQ(*Stored.Child(L"Mail")->Value(L"SndEnabled"), RegValue(MaySend)) << Narrow(Group);
+        EXPECT_EQ(Number(*Stored.Child(L"Parms"), L"Size"), Size) << Narrow(Group);
+        EXPECT_EQ(Elements(Stored, L"Backups").size(), Paths) << Narrow(Group);
+        for (const RegObject& Path : Elements(Stored, L"Backups")) {
+            EXPECT_FALSE(Text(Path, L"Caption").empty()) << Narrow(Group);
+            EXPECT_FALSE(Text(Path, L"Path").empty()) << Narrow(Group);
+        }
+        // Those who may be written to are members.
+        std::wstringstream Users(Text(*Stored.Child(L"Mail"), L"Users"));
+        for (std::wstring User; std::getline(Users, User, L';');)
+            EXPECT_EQ(Objects.count(Name(L"MEMBER", User)), 1U) << Narrow(User);
+    }
 }
 
 TEST_F(Demo, RefusesAFolderThatHoldsAnInstallation) {

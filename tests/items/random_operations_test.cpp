@@ -72,7 +72,11 @@ class Player {
                 static_cast<void>(On.Try([&] { return On.Core.EditData({.CurrItem = Key}, Made); }));
             }
         }
+        // A procedure whose components have one name is not saved, and so could not be looked at.
+        for (int Nth = 1; Word == L"CATPROC" && !On.Leaf(L"FIELDS", Nth).empty(); ++Nth)
+            EXPECT_TRUE(Accepted(On.Put(On.Leaf(L"FIELDS", Nth), L"NAME= C" + std::to_wstring(Nth))));
         const std::pair<std::wstring_view, std::wstring_view> kDeepest[] = {
+            {L"MAIL", L"FIELDCAPTION"},     {L"MAILGROUP", L"PATHS"},
             {L"PROFILE", L"FORMATCAPTION"}, {L"QUERY", L"CONSTANTCAPTION"},
             {L"STEM", L"FIELDCAPTION"},     {L"STRINGTABLE", L"FIELDCAPTION"},
             {L"VCLIENT", L"FIELDCAPTION"},  {L"WEBSERVER", L"MESSAGECAPTION"}};
@@ -176,7 +180,7 @@ class Player {
     }
 
     void SaveRandomText() {
-        const window::Selection At = Node();
+        window::Selection At = Node();
         std::wstring Text;
         if (On.Core.DispData(At, Text)) return;
         Text = Mutated(std::move(Text));
@@ -189,6 +193,8 @@ class Player {
         });
         EXPECT_EQ(Text, AsTyped);
         if (!Done) return;
+        // An alias that was renamed has a new leaf, and that is the selected one.
+        if (!On.Tree->HasNode(At.CurrItem)) At.CurrItem = On.Tree->Selected();
         std::wstring Shown;
         std::wstring Again;
         std::wstring Key;
@@ -237,7 +243,8 @@ class Player {
         std::wstring Made;
         if (On.Try([&] { return On.Server.CopyData(Word, Head{.Key = L"ROOT"}, false, Into); })) return;
         if (!Copy.Written()) {
-            EXPECT_EQ(Word, L"BROWSE") << "copies nothing; what was saved tells of it";
+            const bool Copies = Word != L"BROWSE" && Word != L"LOANCLIENT" && Word != L"LOANMENU";
+            EXPECT_FALSE(Copies) << "only these copy nothing; what was saved tells of it";
             return;
         }
         Desk Fresh(Word, Copy.Read());

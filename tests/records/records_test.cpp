@@ -4,8 +4,10 @@
 #include <filesystem>
 
 #include "frame/vdbInclude.h"
+#include "records/AliasRecord.h"
 #include "records/ApplicationRecord.h"
 #include "records/BrowseRecord.h"
+#include "records/CatProcRecord.h"
 #include "records/CatalogueRecord.h"
 #include "records/CommandRecord.h"
 #include "records/FieldRecord.h"
@@ -15,6 +17,11 @@
 #include "records/HtmlRecord.h"
 #include "records/ImportProcRecord.h"
 #include "records/ImportRecord.h"
+#include "records/LoanClientRecord.h"
+#include "records/LoanMenuRecord.h"
+#include "records/LoanRecord.h"
+#include "records/MailGroupRecord.h"
+#include "records/MailRecord.h"
 #include "records/MaterRecord.h"
 #include "records/MenuRecord.h"
 #include "records/ParmItem.h"
@@ -40,12 +47,13 @@ template <class R>
 class EveryRecord : public FrameTest {};
 
 using Records =
-    ::testing::Types<ApplicationRecord, BrowseRecord, CatalogueRecord, CommandRecord, FieldRecord,
-                     FilterRecord, FontRecord, HelpRecord, HtmlRecord, ImportFieldRecord, ImportIndexRecord,
-                     ImportProcRecord, ImportRecord, MaterRecord, MenuRecord, MessageRecord, ParmItem,
-                     PopupRecord, QueryFieldRecord, QueryRecord, RepositoryRecord, RetrievalRecord,
-                     SetOpRecord, SortRecord, StemRecord, StopWordRecord, StringItemRecord, StringTableRecord,
-                     TableRecord, WebClientRecord, WebServerRecord>;
+    ::testing::Types<AliasRecord, ApplicationRecord, BrowseRecord, CatProcRecord, CatalogueRecord,
+                     CommandRecord, FieldRecord, FilterRecord, FontRecord, HelpRecord, HtmlRecord,
+                     ImportFieldRecord, ImportIndexRecord, ImportProcRecord, ImportRecord, LoanClientRecord,
+                     LoanMenuRecord, LoanRecord, MailBackupRecord, MailGroupRecord, MailRecord, MaterRecord,
+                     MenuRecord, MessageRecord, ParmItem, PopupRecord, QueryFieldRecord, QueryRecord,
+                     RepositoryRecord, RetrievalRecord, SetOpRecord, SortRecord, StemRecord, StopWordRecord,
+                     StringItemRecord, StringTableRecord, TableRecord, WebClientRecord, WebServerRecord>;
 TYPED_TEST_SUITE(EveryRecord, Records);
 
 TYPED_TEST(EveryRecord, ComesBackFromTheStore) {

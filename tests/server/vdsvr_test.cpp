@@ -26,15 +26,6 @@ TEST(Server, VersionAndStart) {
     CoreUtil::Instance().Init(nullptr, L"", 0);
 }
 
-TEST(Server, KnowsItsClassWordsInTheOrderOfTheLadder) {
-    const std::vector<std::wstring_view> Words(ClassWords().begin(), ClassWords().end());
-    EXPECT_EQ(Words, (std::vector<std::wstring_view>{
-                         L"VCLIENT",     L"RETRIEVAL",  L"BROWSE",    L"CATALOGUE", L"FILTER", L"HELP",
-                         L"IMPORT",      L"IMPORTPROC", L"MATER",     L"MEMBER",    L"MENU",   L"PROFILE",
-                         L"QUERY",       L"REPOSITORY", L"SETOPS",    L"SORT",      L"STEM",   L"STOPWORD",
-                         L"STRINGTABLE", L"TABLE",      L"WEBCLIENT", L"WEBSERVER"}));
-}
-
 TEST(Server, ShowDataSetsUpTheToolBar) {
     for (const std::wstring_view Word : ClassWords()) {
         Desk On(Word);

@@ -1,0 +1,17 @@
+// The stored record of a list of aliases.
+#pragma once
+
+#include "records/ParmItem.h"
+#include "records/Stored.h"
+
+namespace kv {
+
+struct AliasRecord final : Stored<AliasRecord> {
+    static constexpr std::wstring_view kClass = L"AliasRecord";
+
+    ParmList<ParmItem> Fields;  // Name, and as Text what it stands for; ascending by Name
+
+    static constexpr auto Properties() { return std::tuple{List(L"Fields", &AliasRecord::Fields)}; }
+};
+
+}  // namespace kv
