@@ -1,15 +1,12 @@
 #include "host/Commands.h"
 
-#include <pwd.h>
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
-#include <cstdlib>
 #include <functional>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -20,6 +17,8 @@
 #include "host/CommandsStore.h"
 #include "host/CommandsTools.h"
 #include "host/Demo.h"
+#include "host/DesktopStart.h"
+#include "host/Places.h"
 #include "host/RpcHost.h"
 
 namespace kv::host {
@@ -29,8 +28,8 @@ namespace fs = std::filesystem;
 
 constexpr const char* kOverview =
     R"(kvdesign designs the configuration objects of a library installation: tables and their indexes,
-display profiles, client applications, imports, catalogues, filters and more. There is no desktop
-window yet; everything is done by commands.
+display profiles, client applications, imports, catalogues, filters and more. Where there is a
+display and the desktop window is installed, kvdesign alone opens it; all can be done by commands.
 
 To look around, make the demonstration installation and list what it holds:
 
@@ -70,40 +69,8 @@ Examples:
       kvdesign set FILTER DISPONIBILI PARMS
   kvdesign check)";
 
-const char* Variable(const char* Name) {
-    const char* const Value = std::getenv(Name);
-    return Value && *Value ? Value : nullptr;
-}
-
-fs::path HomeFolder() {
-    if (const char* const Home = Variable("HOME")) return Home;
-    if (const ::passwd* const User = ::getpwuid(::getuid()); User && User->pw_dir) return User->pw_dir;
-    throw FileTrouble("there is no home folder for the store; --store names one");
-}
-
-// The store that is used when none is named. Its folder is made.
-fs::path DefaultStore() {
-    if (const char* const Named = Variable("KVDESIGN_STORE")) return Named;
-    const char* const Data = Variable("XDG_DATA_HOME");
-    const fs::path Folder = (Data ? fs::path(Data) : HomeFolder() / ".local" / "share") / "kvdesign";
-    fs::create_directories(Folder);
-    return Folder / kDemoStore;
-}
-
-// A folder that is not there is told by the command that needs it.
-fs::path TemporaryFolder() {
-    std::error_code Missing;
-    fs::path Folder = fs::temp_directory_path(Missing);
-    if (!Missing) return Folder;
-    const char* const Named = Variable("TMPDIR");
-    return Named ? Named : "/tmp";
-}
-
 /// The values of the command line. A command reads those that it has named.
-struct Line {
-    std::string Store;
-    std::string ProgramDir;
-    std::string Temp;
+struct Line : Places {
     bool Lax = false;
     bool Json = false;
 
@@ -115,6 +82,7 @@ struct Line {
     bool Up = false;
     bool Down = false;
     bool All = false;
+    bool Force = false;
     std::string File;
     std::int32_t Index = 1;
     std::string Folder;
@@ -124,8 +92,7 @@ struct Line {
 Options ChosenOptions(const Line& Given) {
     Options Chosen;
     Chosen.Store = Given.Store.empty() ? DefaultStore() : fs::path(Given.Store);
-    Chosen.ProgramDir =
-        Given.ProgramDir.empty() ? fs::absolute(Chosen.Store).parent_path() : fs::path(Given.ProgramDir);
+    Chosen.ProgramDir = Given.ProgramDir.empty() ? ProgramFolderOf(Chosen.Store) : fs::path(Given.ProgramDir);
     Chosen.Temp = Given.Temp.empty() ? TemporaryFolder() : fs::path(Given.Temp);
     Chosen.SyntaxOn = !Given.Lax;
     Chosen.Json = Given.Json;
@@ -157,6 +124,9 @@ class CommandLine {
     int Run(int Count, const char* const* Arguments);
 
   private:
+    int WithoutCommand(bool Bare);
+    int Wrong(std::string_view Sentence);
+
     using Body = std::function<int(Session&)>;
 
     /// How a command is written down.
@@ -188,7 +158,7 @@ constexpr const char* kTools = "Tags of an object";
 constexpr const char* kOthers = "Others";
 
 CommandLine::CommandLine(const Streams& Standard) : Standard_(Standard), App_(kAbout, "kvdesign") {
-    App_.require_subcommand(1);
+    App_.require_subcommand(0, 1);
     App_.fallthrough();
     App_.footer(kFooter);
     const auto Help = std::make_shared<HelpText>();
@@ -196,17 +166,9 @@ CommandLine::CommandLine(const Streams& Standard) : Standard_(Standard), App_(kA
     App_.formatter(Help);
     App_.set_help_flag("-h,--help", "Print this help and exit");
     App_.set_version_flag("--version", "kvdesign " KVDESIGN_VERSION, "Print the version and exit");
-    const auto AddPath = [&](const char* Name, std::string& Into, const char* What, const char* Type) {
-        App_.add_option(Name, Into, What)
-            ->type_name(Type)
-            ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
-    };
-    AddPath("--store", Given_.Store, "The store, an SQLite file", "FILE");
-    AddPath("--program-dir", Given_.ProgramDir,
-            "Folder of VELMIRA.INI and KVDSRT.TAB (default: that of the store)", "DIR");
-    AddPath("--temp", Given_.Temp, "Folder of temporary files and of KVDSCLP.TMP", "DIR");
+    AddPlaces(App_, Given_);
     App_.add_flag("--lax", Given_.Lax, "Check section texts laxly: unknown value words are ignored");
-    App_.add_flag("--json", Given_.Json, "Print JSON (list, tree, show, tags, check, clipboard)");
+    App_.add_flag("--json", Given_.Json, "Print JSON (list, uses, tree, show, tags, check, clipboard)");
     AddWholeObjects();
     AddSections();
     AddTools();
@@ -276,11 +238,26 @@ void CommandLine::AddWholeObjects() {
     });
 
     CLI::App* const Delete =
-        Command(kObjects, {"delete", "Delete an object", "", "kvdesign delete SORT NOMI"});
+        Command(kObjects, {"delete", "Delete an object",
+                           "An object that others name is refused, and they are told; --force deletes "
+                           "it all the same.",
+                           "kvdesign delete SORT NOMI"});
     AddClass(Delete);
     AddName(Delete);
+    Delete->add_flag("--force", Given_.Force, "Also an object that others name");
     Runs(Delete, [this](Session& Work) {
-        return DeleteObject(Work, WideArgument(Given_.Clsid), WideArgument(Given_.Name));
+        return DeleteObject(Work, WideArgument(Given_.Clsid), WideArgument(Given_.Name), Given_.Force);
+    });
+
+    CLI::App* const Uses =
+        Command(kObjects, {"uses", "List who names an object: where, and by which keyword",
+                           "A line is CLASS/NAME SECTION[POS]: KEYWORD= name. Nothing is printed when nobody "
+                           "names it.",
+                           "kvdesign uses TABLE NOTIZIE"});
+    AddClass(Uses);
+    AddName(Uses);
+    Runs(Uses, [this](Session& Work) {
+        return ShowUses(Work, WideArgument(Given_.Clsid), WideArgument(Given_.Name));
     });
 
     CLI::App* const Export = Command(
@@ -306,8 +283,9 @@ void CommandLine::AddWholeObjects() {
 
     CLI::App* const Check = Command(
         kObjects, {"check", "Check objects, and print one line a fault",
-                   "Every section is read back in strict mode, on a copy: nothing is saved. A fault is a "
-                   "line\nCLASS/NAME SECTION[POS]: message, and makes the exit code 1.",
+                   "Every section is read back in strict mode, on a copy: nothing is saved. The objects that "
+                   "it\nnames must be there, each of its class. A fault is a line\nCLASS/NAME SECTION[POS]: "
+                   "message, and makes the exit code 1.",
                    "kvdesign check SORT"});
     AddClass(Check, false);
     AddName(Check, false);
@@ -456,23 +434,41 @@ void CommandLine::AddOthers() {
 }
 
 int CommandLine::Run(int Count, const char* const* Arguments) {
-    if (Count < 2) {
-        Standard_.Err << kOverview;
-        return exit_code::kUsage;
-    }
     try {
         App_.parse(Count, Arguments);
     } catch (const CLI::ParseError& Stop) {
         // Help and version are stops too; they end well.
         if (Stop.get_exit_code() == 0) return App_.exit(Stop, Standard_.Out, Standard_.Err);
         const std::vector<std::string> Rest = App_.remaining();
-        TellTrouble(App_.get_subcommands().empty() && !Rest.empty() ? "there is no command " + Rest.front()
-                                                                    : Stop.what(),
-                    Standard_.Err);
-        Standard_.Err << "kvdesign --help tells the commands\n";
-        return exit_code::kUsage;
+        return Wrong(App_.get_subcommands().empty() && !Rest.empty() ? "there is no command " + Rest.front()
+                                                                     : Stop.what());
     }
+    if (!Chosen_) return WithoutCommand(Count == 1);
     return Guarded(Standard_.Err, Chosen_);
+}
+
+// The desktop window, or what tells of the commands.
+int CommandLine::WithoutCommand(bool Bare) {
+    if (const std::optional<fs::path> Desktop = DesktopProgram()) {
+        std::vector<std::string> Arguments;
+        const auto Hand = [&](const char* Option, const std::string& Value) {
+            if (!Value.empty()) Arguments.insert(Arguments.end(), {Option, Value});
+        };
+        Hand("--store", Given_.Store);
+        Hand("--program-dir", Given_.ProgramDir);
+        Hand("--temp", Given_.Temp);
+        TellTrouble(BecomeProgram(*Desktop, Arguments), Standard_.Err);
+        return exit_code::kFailed;
+    }
+    if (!Bare) return Wrong("there is no command, and no desktop window to open");
+    Standard_.Err << kOverview;
+    return exit_code::kUsage;
+}
+
+int CommandLine::Wrong(std::string_view Sentence) {
+    TellTrouble(Sentence, Standard_.Err);
+    Standard_.Err << "kvdesign --help tells the commands\n";
+    return exit_code::kUsage;
 }
 
 }  // namespace

@@ -5,30 +5,17 @@
 #include <ostream>
 #include <vector>
 
+#include "frame/StrUtil.h"
 #include "frame/vdbInclude.h"
 #include "host/ObjectJson.h"
+#include "host/References.h"
 #include "host/Text.h"
-#include "server/vdSvr.h"
-#include "window/TreeModel.h"
+#include "host/WholeObject.h"
 
 namespace kv::host {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-/// A server object without a window, for what works on a stored object as a whole.
-class Side {
-  public:
-    explicit Side(Session& Work)
-        : Tree_(std::make_shared<window::TreeModel>()), Server_(&Work.Registry(), [this] { return Tree_; }) {
-        Tree_->SetSyntaxOn(Work.Chosen().SyntaxOn);
-    }
-    iKvEditor& Editor() noexcept { return Server_; }
-
-  private:
-    std::shared_ptr<window::TreeModel> Tree_;
-    vdSvr Server_;
-};
 
 std::wstring Padded(std::wstring Text, std::size_t Width) {
     if (Text.size() < Width) Text.append(Width - Text.size(), L' ');
@@ -69,6 +56,21 @@ void PrintObject(std::ostream& Out, const RegObject& Object, std::size_t Depth) 
     for (const RegObject& Child : Object.Children) PrintObject(Out, Child, Depth + 1);
 }
 
+// What the object itself names of itself goes with it.
+void RefuseIfUsed(Session& Work, const std::wstring& Clsid, const std::wstring& Name) {
+    References All(Work.Registry());
+    if (!All.Knows(Clsid, Name)) return;  // the registry tells it
+    std::wstring Users;
+    for (const Use& Each : All.UsersOf(Clsid, Name))
+        if (Each.Clsid != Clsid || Each.Name != Name)
+            Users.append(StrUtil::kLineEnd).append(OneLine(UseText(Each)));
+    if (Users.empty()) return;
+    KvError Error;
+    Error.Number = kDesignFault;
+    Error.Description = L"L'istanza " + Name + L" è in uso; si elimina con --force." + Users;
+    throw Refused({std::move(Error)});
+}
+
 }  // namespace
 
 int ListObjects(Session& Work, const std::optional<std::wstring>& Clsid) {
@@ -107,29 +109,45 @@ int NewObject(Session& Work, const std::wstring& Clsid, const std::wstring& Name
     return exit_code::kDone;
 }
 
-int DeleteObject(Session& Work, const std::wstring& Clsid, const std::wstring& Name) {
+int DeleteObject(Session& Work, const std::wstring& Clsid, const std::wstring& Name, bool Force) {
+    if (!Force) RefuseIfUsed(Work, Clsid, Name);
     Work.FromRegistry(Clsid, [&](KvRegSvr& Registry) { Registry.Delete(Clsid, Name); });
     return exit_code::kDone;
 }
 
+int ShowUses(Session& Work, const std::wstring& Clsid, const std::wstring& Name) {
+    References All(Work.Registry());
+    if (!All.Knows(Clsid, Name)) static_cast<void>(Work.Open(Clsid, Name));  // refuses
+    Json Uses = Json::array();
+    for (const Use& Each : All.UsersOf(Clsid, Name)) {
+        if (Work.Chosen().Json)
+            Uses.push_back({{"Clsid", ToUtf8Lossy(Each.Clsid)},
+                            {"Name", ToUtf8Lossy(Each.Name)},
+                            {"Section", ToUtf8Lossy(Each.By.Row->Section)},
+                            {"Position", Each.By.At},
+                            {"Line", Each.By.Line},
+                            {"Keyword", ToUtf8Lossy(Each.By.Row->Keyword)},
+                            {"Reference", ToUtf8Lossy(Each.By.Name)}});
+        else
+            Work.Out() << ToUtf8Lossy(OneLine(UseText(Each))) << '\n';
+    }
+    if (Work.Chosen().Json) Work.Out() << Uses.dump(2) << '\n';
+    return exit_code::kDone;
+}
+
 int ExportObject(Session& Work, const std::wstring& Clsid, const std::wstring& Name) {
-    const std::shared_ptr<RegData> Object = Work.Open(Clsid, Name);
-    Side Server(Work);
+    const std::shared_ptr<RegistryObject> Object = Work.Open(Clsid, Name);
     std::wstring Buffer;
-    Work.Must(Server.Editor().Export(Object, Clsid, Buffer));
+    Work.Must(ExportText(Work.Registry(), Object, Work.Chosen().SyntaxOn, Buffer));
     Work.Out() << ToUtf8Lossy(Buffer);
     return exit_code::kDone;
 }
 
 int ImportObject(Session& Work, const std::wstring& Clsid, const std::wstring& Name) {
     const std::shared_ptr<RegistryObject> Object = Work.Open(Clsid, Name);
-    const std::int64_t Before = Object->Revision();
-    std::wstring Buffer = Work.ReadSection();
-    Side Server(Work);
-    Object->SetSaving(true);
-    Work.MustSave(Server.Editor().Import(Object, Clsid, Buffer));
-    if (Object->Revision() == Before)
-        TellTrouble("nothing has changed: this class takes no exported text", Work.Err());
+    bool Taken = false;
+    Work.MustSave(ImportText(Work.Registry(), Object, Work.Chosen().SyntaxOn, Work.ReadSection(), Taken));
+    if (!Taken) TellTrouble("nothing has changed: this class takes no exported text", Work.Err());
     return exit_code::kDone;
 }
 

@@ -16,7 +16,10 @@ namespace kv::host {
 int ListObjects(Session& Work, const std::optional<std::wstring>& Clsid);
 /// Makes an empty object.
 int NewObject(Session& Work, const std::wstring& Clsid, const std::wstring& Name, const std::wstring& Desc);
-int DeleteObject(Session& Work, const std::wstring& Clsid, const std::wstring& Name);
+/// Deletes an object. One that others name is refused, with who they are, unless it is forced.
+int DeleteObject(Session& Work, const std::wstring& Clsid, const std::wstring& Name, bool Force);
+/// Prints who names an object, a line a use; an object that nobody names prints nothing.
+int ShowUses(Session& Work, const std::wstring& Clsid, const std::wstring& Name);
 /// Writes the exported text, line ends as they are.
 int ExportObject(Session& Work, const std::wstring& Clsid, const std::wstring& Name);
 /// Reads exported text from the input.

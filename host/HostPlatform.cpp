@@ -25,4 +25,8 @@ std::wstring Wide(const std::filesystem::path& Folder) {
 HostPlatform::HostPlatform(const std::filesystem::path& ProgramDir, const std::filesystem::path& Temp)
     : ProgramFolder_(Wide(ProgramDir)), TempFolder_(Wide(Temp)) {}
 
+void HostPlatform::SetProgramFolder(const std::filesystem::path& ProgramDir) {
+    ProgramFolder_ = Wide(ProgramDir);
+}
+
 }  // namespace kv::host

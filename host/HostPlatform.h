@@ -15,6 +15,9 @@ class HostPlatform : public kv::Platform {
     /// An empty path stands for the current folder. Throws filesystem_error for a name that is not UTF-8.
     HostPlatform(const std::filesystem::path& ProgramDir, const std::filesystem::path& Temp);
 
+    /// Throws as the constructor; the folder stays as it was then.
+    void SetProgramFolder(const std::filesystem::path& ProgramDir);
+
     std::wstring ProgramFolder() override { return ProgramFolder_; }
     std::wstring TempFolder() override { return TempFolder_; }
 

@@ -143,6 +143,69 @@ class Check(CliTest):
              ["BROWSE[1]", "CONSTANTCAPTION[1 1]", "ERRORS[1]", "HISTORY[1]", "HOME[1]", "LOAN[1]", "LOANREPORT[1]",
               "MESSAGECAPTION[1 1]", "MESSAGECAPTION[2 1]", "QUERY[1]", "QUERYRESULT[1]", "RECORD[1]"]))
 
+    def set_parm(self, clsid, name, keyword, value, *section):
+        """Gives one line of a section another value."""
+        where = [clsid, name, *(section or ["PARMS"])]
+        text = "".join(f'{keyword}= {value}\n' if line.startswith(f"{keyword}=") else f"{line}\n"
+                       for line in self.ok("show", *where).splitlines())
+        self.ok("set", *where, input=text)
+
+    def test_a_dropped_object_is_missed(self):
+        self.ok("delete", "--force", "HELP", "REGOLE")
+        self.assertEqual(self.faults(), ["PROFILE/PRESTITO PARMS[1]: LOANTIPS= nomina un'istanza sconosciuta della "
+                                         "classe HELP: REGOLE."])
+        self.assertEqual(self.faults("PROFILE", "PRESTITO"), self.faults())
+        self.assertEqual(self.ok("check", "PROFILE", "SCHEDA"), "")
+        self.assertEqual(self.ok("check", "HELP"), "")
+        self.ok("new", "HELP", "REGOLE")
+        self.assertEqual(self.ok("check"), "")
+
+    def test_a_misspelt_name(self):
+        self.set_parm("QUERY", "RICERCA", "STOPWORD", '"ARTICOLO"', "FIELDPARMS", "2")
+        self.set_parm("TABLE", "AUT", "SORT", '"ITALIANO","ITALIAN0"')
+        self.set_parm("WEBCLIENT", "SALA", "MIRROROF", '"Internet"')
+        self.set_parm("REPOSITORY", "FOTOGRAFIE", "KEYFIELD", '"INVENTARI"')
+        self.assertEqual(self.faults(), [
+            "QUERY/RICERCA FIELDPARMS[2]: STOPWORD= nomina un'istanza sconosciuta della classe STOPWORD: ARTICOLO.",
+            "REPOSITORY/FOTOGRAFIE PARMS[1]: KEYFIELD= nomina un campo sconosciuto della tabella FOTOGRAFIE: "
+            "INVENTARI.",
+            "TABLE/AUT PARMS[1]: SORT= nomina un'istanza sconosciuta della classe SORT: ITALIAN0.",
+            "WEBCLIENT/SALA PARMS[1]: MIRROROF= nomina un'istanza sconosciuta della classe WEBCLIENT: Internet."])
+
+    def test_a_name_of_another_class(self):
+        self.set_parm("CATALOGUE", "GENERALE", "QUERY", '"SCHEDA"')
+        self.set_parm("TABLE", "NOTIZIE", "INDEX", '"LINGUE"')
+        fault = ("CATALOGUE/GENERALE PARMS[1]: QUERY= nomina un'istanza della classe PROFILE e non della classe QUERY: "
+                 "SCHEDA.")
+        self.assertEqual(self.faults(), [
+            fault, "TABLE/NOTIZIE PARMS[1]: INDEX= nomina una tabella che non è un indice: LINGUE."])
+        self.assertEqual(self.faults("--lax", "CATALOGUE"), [fault])
+
+    def test_references_as_json(self):
+        self.set_parm("CATALOGUE", "GENERALE", "QUERY", '"SCHEDA"')
+        self.set_parm("REPOSITORY", "FOTOGRAFIE", "KEYFIELD", '"INVENTARI"')
+        done = self.kv("--json", "check")
+        self.assertEqual((done.code, done.err), (1, ""), done)
+        query, field = json.loads(done.out)
+        self.assertEqual(query, {
+            "Clsid": "CATALOGUE", "Name": "GENERALE", "Section": "PARMS", "Position": [1], "Number": 20000,
+            "Source": "References.FaultOf",
+            "Message": "QUERY= nomina un'istanza della classe PROFILE e non della classe QUERY: SCHEDA.", "Line": 4,
+            "Keyword": "QUERY=", "Reference": "SCHEDA", "Wanted": "QUERY"})
+        self.assertEqual((field["Keyword"], field["Reference"], field["Wanted"], field["Holder"]),
+                         ("KEYFIELD=", "INVENTARI", "TABLE", "FOTOGRAFIE"))
+
+    def test_references_of_a_text_with_a_fault(self):
+        self.damage()
+        self.ok("delete", "--force", "HELP", "AIUTOFILTRI")
+        self.assertEqual([line for line in self.faults("CATALOGUE") + self.faults("FILTER") if "AIUTOFILTRI" in line],
+                         [f"FILTER/{name} PARMS[1]: HELP= nomina un'istanza sconosciuta della classe HELP: "
+                          "AIUTOFILTRI." for name in ("CITTÀ", "DISPONIBILI")])
+        self.ok("delete", "--force", "HELP", "AIUTO")
+        self.assertEqual(self.faults("CATALOGUE", "GENERALE"), [
+            'CATALOGUE/GENERALE PARMS[1]: Errore di sintassi: resto".',
+            "CATALOGUE/GENERALE PARMS[1]: HELP= nomina un'istanza sconosciuta della classe HELP: AIUTO."])
+
     def test_what_is_not_there(self):
         self.refused("Classe sconosciuta: PIPPO.", "check", "PIPPO")
         self.refused("Classe sconosciuta: PIPPO.", "check", "PIPPO", "A")

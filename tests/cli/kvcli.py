@@ -31,7 +31,8 @@ def run(*arguments, input=b"", env=None, **more):
     if isinstance(input, str):
         input = input.encode("utf-8")
     clean = {k: v for k, v in os.environ.items()
-             if k not in ("KVDESIGN_STORE", "XDG_DATA_HOME", "VISUAL", "EDITOR")}
+             if k not in ("KVDESIGN_STORE", "XDG_DATA_HOME", "VISUAL", "EDITOR", "DISPLAY", "WAYLAND_DISPLAY",
+                          "QT_QPA_PLATFORM")}
     clean.update(env or {})
     process = subprocess.run([PROGRAM, *(a if isinstance(a, bytes) else str(a) for a in arguments)], input=input, env=clean, timeout=120,
                              stdout=subprocess.PIPE, stderr=subprocess.PIPE, **more)

@@ -1,0 +1,133 @@
+// Who names whom: the references between stored objects, found in the texts of their sections.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "frame/ClipItem.h"
+#include "host/Addressing.h"
+#include "host/KvRegSvr.h"
+
+namespace kv::host {
+
+/// What a keyword names.
+enum class Named {
+    Object,  // an object
+    Index,   // a table whose style is INDEX
+    Field,   // a field of the table that TABLE= of the same text names
+    Script,  // a script of the object that the text belongs to
+};
+
+/// How a value tells it.
+enum class Naming {
+    One,     // the whole value is the name
+    List,    // names parted by commas, each between quote marks of its own
+    Joined,  // names parted by commas, all between one pair of quote marks
+    Master,  // a word, "=", the name
+};
+
+/// A row of the table of references: where a keyword stands and what it names.
+struct ReferenceRow {
+    std::wstring_view Clsid;
+    std::wstring_view Section;
+    std::wstring_view Keyword;
+    std::wstring_view Wanted;  // class of the object that is named, or that holds the part that is named
+    Named What = Named::Object;
+    Naming How = Naming::One;
+    std::wstring_view Action = {};  // where told, only beside STARTACTION= with this word
+};
+
+/// The table, by class, section and keyword. What stands in no row names nothing.
+std::span<const ReferenceRow> ReferenceTable() noexcept;
+
+/// The text of a section of an object, and where it stands in the tree.
+struct SectionAsText {
+    std::wstring Section;
+    Place At;
+    std::wstring Text;
+};
+
+/// A name that stands in a section.
+struct Reference {
+    const ReferenceRow* Row = nullptr;
+    Place At;               // of the section
+    std::int32_t Line = 0;  // of its text
+    std::wstring Name;      // as written, without quote marks; never empty
+    std::wstring Holder;    // of a part: the name of the object that should hold it
+};
+
+/// A reference and the object that makes it.
+struct Use {
+    std::wstring Clsid;
+    std::wstring Name;
+    Reference By;
+};
+
+/// A reference that leads nowhere.
+struct ReferenceFault {
+    Use Of;
+    std::wstring Message;  // in the words of the system
+};
+
+/// What the texts of one object name, in their order. A line that can't be read names nothing.
+std::vector<Reference> ReferencesIn(std::wstring_view Clsid, std::wstring_view Name,
+                                    std::span<const SectionAsText> Texts);
+
+/// `CLASS/NAME SECTION[pos]`, without the section where it is empty.
+std::wstring StandsAt(std::wstring_view Clsid, std::wstring_view Name, std::wstring_view Section,
+                      std::span<const std::int32_t> At);
+/// `CLASS/NAME SECTION[pos]: KEYWORD= name`.
+std::wstring UseText(const Use& Of);
+
+/// The references of one registry. The names are those of the moment at which it is made; what the objects
+/// hold is read when it is asked for, from the file and on copies, and nothing is shown to the operator. An
+/// object that can't be read names nothing; its own name counts. All may throw StoreError.
+///
+/// Names are compared as the registry compares them, by characters; those of fields and scripts, which are
+/// stored in upper case, as the server folds them.
+class References {
+  public:
+    /// `Registry` must outlive it.
+    explicit References(KvRegSvr& Registry);
+
+    /// Whether there is an object of that class and name.
+    bool Knows(std::wstring_view Clsid, std::wstring_view Name) const;
+    /// What a stored object names.
+    std::vector<Reference> Of(const std::wstring& Clsid, const std::wstring& Name);
+    /// Who names an object, by class word and name. An object that names itself is told too.
+    std::vector<Use> UsersOf(std::wstring_view Clsid, std::wstring_view Name);
+    /// What is wrong with a reference, in one sentence; nothing when it holds, or when what should hold it is
+    /// not there or can't be read.
+    std::optional<std::wstring> FaultOf(const Reference& Of);
+    /// The faults of all objects, by class word and name.
+    std::vector<ReferenceFault> Faults();
+
+  private:
+    /// What others may name of an object beside its name.
+    struct Parts {
+        bool Readable = false;
+        bool IsIndex = false;
+        std::unordered_set<std::wstring> Names;  // section word, "/", name
+    };
+
+    template <class Wants>
+    std::optional<std::vector<SectionAsText>> Texts(const std::wstring& Clsid, const std::wstring& Name,
+                                                    Wants&& Section);
+    const Parts& PartsOf(std::wstring_view Clsid, const std::wstring& Name);
+    std::optional<std::wstring> NameFault(const Reference& Of) const;
+
+    KvRegSvr& Registry_;
+    ClipItem Clipboard_;  // that a window asks for; nothing goes into it
+    std::vector<std::pair<std::wstring, std::wstring>> Objects_;           // class, name; in order
+    std::unordered_map<std::wstring, std::vector<std::wstring>> Classes_;  // that have an object of a name
+    std::unordered_map<std::wstring, Parts> Parts_;                        // by class, "/", name
+};
+
+}  // namespace kv::host
