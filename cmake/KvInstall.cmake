@@ -1,5 +1,5 @@
 # What is installed: the core's library and headers with a package for find_package(KvDesign), and the
-# program.
+# programs.
 
 include(CMakePackageConfigHelpers)
 
@@ -8,6 +8,12 @@ set(kv_package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/KvDesign")
 install(TARGETS kvdesign_core EXPORT KvDesignTargets ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
 if(TARGET kvdesign)
   install(TARGETS kvdesign RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+endif()
+if(TARGET kvdesign-desktop)
+  set(kv_desktop_dir "${PROJECT_SOURCE_DIR}/host/desktop")
+  install(TARGETS kvdesign-desktop RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  install(FILES "${kv_desktop_dir}/kvdesign.desktop" DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+  install(FILES "${kv_desktop_dir}/kvdesign.png" DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/128x128/apps")
 endif()
 foreach(storey IN LISTS KV_STOREYS)
   if(EXISTS "${PROJECT_SOURCE_DIR}/${storey}")

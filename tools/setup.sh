@@ -18,7 +18,17 @@ needed=(
     nlohmann/json.hpp nlohmann-json3-dev
     CLI/CLI.hpp libcli11-dev
 )
+# The same for what can be done without, and what is left out then.
+wanted=(
+    qt6/QtWidgets/QApplication qt6-base-dev
+)
+left_out="the desktop window is left out"
 if [ "$purpose" = test ]; then
+    wanted+=(
+        xvfb-run xvfb
+        xauth xauth
+    )
+    left_out="the desktop window or its tests are left out"
     needed+=(
         gtest/gtest.h libgtest-dev
         gmock/gmock.h libgmock-dev
@@ -32,6 +42,8 @@ fi
 is_there() {
     case $1 in
         *.h | *.hpp) [ -e "/usr/include/$1" ] || [ -e "/usr/local/include/$1" ] ;;
+        # Debian keeps Qt's headers below the name of the machine's kind.
+        qt6/*) compgen -G "/usr/include/*/$1" >/dev/null || [ -e "/usr/include/$1" ] ;;
         *) command -v "$1" >/dev/null 2>&1 ;;
     esac
 }
@@ -86,6 +98,18 @@ if [ ${#packages[@]} -gt 0 ]; then
     fi
     # The compiler cache only saves time: where it cannot be had, things go on without it.
     if ! is_there ccache; then install_packages ccache || true; fi
+fi
+
+mapfile -t packages < <(missing "${wanted[@]}")
+if [ ${#packages[@]} -gt 0 ]; then
+    if can_install; then
+        echo "setup: installing ${packages[*]}" >&2
+        install_packages "${packages[@]}" || true
+        mapfile -t packages < <(missing "${wanted[@]}")
+    fi
+    if [ ${#packages[@]} -gt 0 ]; then
+        echo "setup: without ${packages[*]}, which could not be installed, $left_out" >&2
+    fi
 fi
 
 version=$(cmake --version | sed -n '1s/[^0-9]*\([0-9.]*\).*/\1/p')
