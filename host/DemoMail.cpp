@@ -35,15 +35,7 @@ constexpr DemoMessage kMessages[] = {
 DemoObject Centre() {
     DemoDraft Made(L"MAIL", L"CENTRALE", L"Centrale postale della biblioteca, con avvisi in cinque lingue");
     Made.Section(L"PARMS", {1}, [](LineWriter& Out) { Out.Quoted(L"PATH=", L"posta/centrale"); });
-    std::int32_t At = 0;
-    for (const DemoMessage& Each : kMessages) {
-        Made.Element(L"FIELDS");
-        Made.Section(L"FIELDPARMS", {++At}, [&](LineWriter& Out) { Out.Quoted(L"NAME=", Each.Name); });
-        DemoTexts Texts;
-        for (std::size_t I = 0; I < kDemoLanguages.size(); ++I)
-            Texts.emplace_back(kDemoLanguages[I], Each.Texts[I]);
-        Made.Captions(L"FIELDCAPTION", {At}, Texts, Born::WithText);
-    }
+    Made.Messages(kMessages, Born::WithText);
     return Made.Take();
 }
 

@@ -79,15 +79,7 @@ constexpr DemoMessage kDesk[] = {
 DemoObject StringTable(std::wstring_view Name, std::wstring_view Desc,
                        std::span<const DemoMessage> Messages) {
     DemoDraft Made(L"STRINGTABLE", Name, Desc);
-    std::int32_t At = 0;
-    for (const DemoMessage& Each : Messages) {
-        Made.Element(L"FIELDS");
-        Made.Section(L"FIELDPARMS", {++At}, [&](LineWriter& Out) { Out.Quoted(L"NAME=", Each.Name); });
-        DemoTexts Texts;
-        for (std::size_t I = 0; I < kDemoLanguages.size(); ++I)
-            Texts.emplace_back(kDemoLanguages[I], Each.Texts[I]);
-        Made.Captions(L"FIELDCAPTION", {At}, Texts, Born::WithText);
-    }
+    Made.Messages(Messages, Born::WithText);
     return Made.Take();
 }
 

@@ -31,6 +31,18 @@ void DemoDraft::Buttons(const std::vector<DemoButton>& All, Born As) {
     }
 }
 
+void DemoDraft::Messages(std::span<const DemoMessage> All, Born As) {
+    std::int32_t At = 0;
+    for (const DemoMessage& Each : All) {
+        Element(L"FIELDS");
+        Section(L"FIELDPARMS", {++At}, [&](LineWriter& Out) { Out.Quoted(L"NAME=", Each.Name); });
+        DemoTexts Texts;
+        for (std::size_t I = 0; I < kDemoLanguages.size(); ++I)
+            Texts.emplace_back(kDemoLanguages[I], Each.Texts[I]);
+        Captions(L"FIELDCAPTION", {At}, Texts, As);
+    }
+}
+
 void DemoDraft::Popups(const std::vector<DemoPopup>& All) {
     std::int32_t At = 0;
     for (const DemoPopup& Each : All) {

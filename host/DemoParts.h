@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -116,6 +117,8 @@ class DemoDraft {
 
     /// Texts of a list by language, which stands in the elements that `In` tells.
     void Captions(std::wstring_view List, const Place& In, const DemoTexts& All, Born As = Born::Empty);
+    /// Messages that have a name, each told in all of kDemoLanguages.
+    void Messages(std::span<const DemoMessage> All, Born As);
     void Buttons(const std::vector<DemoButton>& All, Born As = Born::Empty);
     void Popups(const std::vector<DemoPopup>& All);
     void Pages(std::wstring_view List, const std::vector<DemoPage>& All);
