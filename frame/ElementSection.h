@@ -57,6 +57,13 @@ inline std::wstring ElementNode(const DesignTree& Tree, const Head& At, Self Lea
     return Leaf == Self::Yes ? At.CurrItem : Tree.NodeParent(FolderOf(Tree, At.CurrFolder));
 }
 
+/// Raises where the selected node is no element of the section's folder: the text would go into one element
+/// and the caption onto the node of another.
+inline void NeedsOwnNode(const DesignTree& Tree, std::wstring_view Word, const Head& At) {
+    const std::wstring Folder = FolderOf(Tree, At.CurrFolder);
+    if (SectionWord(Folder) != Word || !StandsIn(Tree, At.CurrItem, Folder)) RaiseFault(fault::kSubscript);
+}
+
 /// The place that a head or an export gives for a section. Where the list has no folder in the tree, the
 /// head's Index names the element.
 template <class R>
@@ -72,13 +79,20 @@ Place PlaceOfSection(const DesignTree& Tree, const ElementSection<R>& Section, c
 template <class R>
 [[nodiscard]] bool SaveElement(DesignTree& Tree, R& Record, const ElementSection<R>& Section, const Head& At,
                                std::wstring& NewItemKey, std::wstring& Buffer, const SaveFlags& Flags) {
+    const bool Shown = Section.Owners > 0 || Tree.HasNode(Section.Word);
     const Place Of = PlaceOfSection(Tree, Section, At);
+    if (Shown && Section.Leaf == Self::Yes) NeedsOwnNode(Tree, Section.Word, At);
     if (Section.Save(Record, Of, Buffer, Flags)) return true;
     if (!Section.Caption) return false;
     NewItemKey = Section.Caption(Record, Of);
-    if (Section.Owners > 0 || Tree.HasNode(Section.Word))
-        Tree.SetNodeText(ElementNode(Tree, At, Section.Leaf), NewItemKey);
+    if (Shown) Tree.SetNodeText(ElementNode(Tree, At, Section.Leaf), NewItemKey);
     return false;
+}
+
+/// Whether it is a list's folder that is selected, and no element told otherwise.
+inline bool OnFolder(const DesignTree& Tree, const Head& At, Positions Item) {
+    return Item.empty() && At.CurrItem == At.CurrFolder && Tree.HasNode(At.CurrItem) &&
+           FolderOf(Tree, At.CurrItem) == At.CurrItem;
 }
 
 /// DispData of an element's section; a list's folder that is selected itself has nothing to show. True on
@@ -86,9 +100,9 @@ template <class R>
 template <class R>
 [[nodiscard]] bool DispElement(const DesignTree& Tree, R& Record, const ElementSection<R>& Section,
                                const Head& At, Positions Item, std::wstring& Buffer, const SaveFlags& Flags) {
-    const bool OnFolder = Section.Leaf == Self::Yes && Item.empty() && At.CurrItem == At.CurrFolder &&
-                          Tree.HasNode(At.CurrItem) && FolderOf(Tree, At.CurrItem) == At.CurrItem;
-    if (OnFolder && (Section.Owners > 0 || Tree.HasNode(Section.Word))) return false;
+    if (Section.Leaf == Self::Yes && OnFolder(Tree, At, Item) &&
+        (Section.Owners > 0 || Tree.HasNode(Section.Word)))
+        return false;
     return Section.Disp(Record, PlaceOfSection(Tree, Section, At, Item), Buffer, Flags);
 }
 

@@ -50,6 +50,16 @@ template <class Record, class Rows>
     return SaveSection(Source, Begins, Ladder, Into, Buffer, Strict, [](Record&) {});
 }
 
+/// Appends the lines of the table. True on failure (source `Source`).
+template <class Record, class Rows>
+[[nodiscard]] bool DispLines(std::wstring_view Source, const Rows& Lines, Record& From, std::wstring& Buffer,
+                             std::int32_t Indent) {
+    return Trap(Source, [&] {
+        LineWriter Out{Buffer, Indent};
+        return WriteLines(Out, Lines, From);
+    });
+}
+
 /// Appends the lines of the table and the identity of the record. True on failure (source `Source`).
 template <class Record, class Rows>
 [[nodiscard]] bool DispSection(std::wstring_view Source, const Rows& Lines, Record& From,

@@ -7,7 +7,7 @@
 #include "frame/ListSection.h"
 #include "frame/SectionTable.h"
 #include "frame/vdbcModule.h"
-#include "records/MessageRecord.h"
+#include "records/MessageSection.h"
 #include "records/Sections.h"
 
 namespace kv {
@@ -154,10 +154,8 @@ bool diStringTable::DeleteData(const Head& At, bool Group) {
 }
 
 bool diStringTable::SaveMsgParm(std::wstring& Buffer, std::int32_t Index, bool SyntaxOn) {
-    return SaveSection(L"diStringTable.SaveMsgParm", Scratch::Header, kMsgLadder,
-                       Record().Messages.Item(Index), Buffer, SyntaxOn, [&](const StringItemRecord& Read) {
-                           if (SyntaxOn) CheckMessageName(Read.Name, Record().Messages, Index);
-                       });
+    return SaveMessageParms(L"diStringTable.SaveMsgParm", kMsgLadder, Record().Messages, Index, Buffer,
+                            SyntaxOn);
 }
 
 bool diStringTable::DispMsgParm(std::wstring& Buffer, std::int32_t Index, std::int32_t Indent) {

@@ -164,7 +164,7 @@ bool diAlias::LoadSorted(RegData& Clsid) {
 bool diAlias::SaveAlias(const Head& At, std::wstring& NewItemKey, std::wstring& Buffer,
                         const SaveFlags& Flags) {
     const std::int32_t Index = vdbShared::PlaceOf(Tree(), At, 0, Self::Yes)[0];
-    if (!vdbShared::StandsIn(Tree(), At.CurrItem, std::wstring(kFields))) RaiseFault(fault::kSubscript);
+    vdbShared::NeedsOwnNode(Tree(), kFields, At);
     Aliases& All = Record().Fields;
     ParmItem Read = All.Item(Index);
     if (ParmEditor::SaveAlias(Read, Buffer, Flags)) return true;

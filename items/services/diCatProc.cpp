@@ -55,9 +55,6 @@ bool diCatProc::SaveData(const Head& At, std::wstring& NewItemKey, std::wstring&
         if (SetSaveFlags(Flags, Tree().SyntaxOn())) return true;
         if (At.Key == kParms) return ParmEditor::SaveCatProc(Record(), Buffer, Flags);
         if (At.Key != kFields) return false;
-        // Another node would show the component's name.
-        if (Tree().HasNode(At.CurrItem) && !vdbShared::StandsIn(Tree(), At.CurrItem, std::wstring(kFields)))
-            RaiseFault(fault::kSubscript);
         return vdbShared::SaveElement(Tree(), Record(), kComponent, At, NewItemKey, Buffer, Flags);
     });
 }

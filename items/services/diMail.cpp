@@ -7,7 +7,7 @@
 #include "frame/ListSection.h"
 #include "frame/SectionTable.h"
 #include "frame/vdbcModule.h"
-#include "records/MessageRecord.h"
+#include "records/MessageSection.h"
 #include "records/Sections.h"
 
 namespace kv {
@@ -174,12 +174,7 @@ bool diMail::DispParm(std::wstring& Buffer, std::int32_t Indent) {
 }
 
 bool diMail::SaveMsgParm(std::wstring& Buffer, std::int32_t Index, bool SyntaxOn) {
-    return Trap(L"diMail.SaveMsgParm", [&] {
-        return SaveSection(L"diMail.SaveMsgParm", Scratch::Header, kMsgRows, Record().Fields.Item(Index),
-                           Buffer, SyntaxOn, [&](const M& Read) {
-                               if (SyntaxOn) CheckMessageName(Read.Name, Record().Fields, Index);
-                           });
-    });
+    return SaveMessageParms(L"diMail.SaveMsgParm", kMsgRows, Record().Fields, Index, Buffer, SyntaxOn);
 }
 
 bool diMail::DispMsgParm(std::wstring& Buffer, std::int32_t Index, std::int32_t Indent) {

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <utility>
 
+#include "frame/ElementSection.h"
 #include "frame/ListSection.h"
 #include "frame/MsgUtil.h"
 #include "frame/SectionTable.h"
@@ -23,7 +24,8 @@ constexpr std::wstring_view kNoteBook = L"NOTEBOOK";
 constexpr std::wstring_view kQuery = L"QUERY";
 constexpr std::wstring_view kPaths = L"PATHS";
 
-// The whole part of the number, of which the low 32 bits are taken: none is refused.
+// The whole part of the number, of which the low 32 bits are taken. Only what is too large to be read at all
+// is refused.
 template <auto Member, class Scratch>
 bool Low32(Scratch& Into, Parm& P) {
     constexpr double kTwoTo32 = 4294967296.0;
@@ -92,16 +94,6 @@ constexpr SectionRow<B> kBackupRows[] = {
     {L"PATH=", read::Text<&B::Path>, write::Quoted<&B::Path>},
 };
 
-// DispSection without the identity.
-template <class Record, class Rows>
-bool DispLines(std::wstring_view Source, const Rows& Lines, const Record& From, std::wstring& Buffer,
-               std::int32_t Indent) {
-    return Trap(Source, [&] {
-        LineWriter Out{Buffer, Indent};
-        return WriteLines(Out, Lines, From);
-    });
-}
-
 struct FixedSection {
     std::wstring_view Word;
     std::wstring_view Caption;
@@ -168,6 +160,7 @@ bool diMailGroup::SaveData(const Head& At, std::wstring& NewItemKey, std::wstrin
             return Section->Save(Section->SaveSource, Record(), Buffer, SyntaxOn);
         if (At.Key != kPaths) return false;
         const std::int32_t Index = vdbShared::PlaceOf(Tree(), At, 0, Self::Yes)[0];
+        vdbShared::NeedsOwnNode(Tree(), kPaths, At);
         if (SaveBackups(Buffer, Index, SyntaxOn)) return true;
         vdbShared::ShowCaption(Tree(), At.CurrItem, BackupNode(Record().Backups.Item(Index)), NewItemKey);
         return false;
@@ -227,8 +220,7 @@ bool diMailGroup::DispData(const Head& At, std::wstring& Buffer, bool ExternalTa
             if (const auto* const Section = FindSection(kFixed, At.Key))
                 return Section->Disp(Section->DispSource, Record(), Buffer, Inside);
             if (At.Key != kPaths) return false;
-            // The folder itself has nothing to show.
-            if (Item.empty() && At.CurrItem == kPaths) return false;
+            if (vdbShared::OnFolder(Tree(), At, Item)) return false;
             return DispBackups(Buffer, vdbShared::PlaceOf(Tree(), At, 0, Self::Yes, Item)[0], Inside);
         });
     });

@@ -363,7 +363,7 @@ TEST(CatProcTree, AMoveThatFailsHalfwayGoesBack) {
     }
 }
 
-// Two hundred million pairs, each name looked at once.
+// Equal names are found wherever in a long list they stand.
 TEST(CatProcTree, ALongListOfNamesIsChecked) {
     std::vector<RegObject> Many;
     for (std::int32_t I = 0; I < 20000; ++I) Many.push_back(Element(I, L"C" + std::to_wstring(I)));
@@ -373,6 +373,18 @@ TEST(CatProcTree, ALongListOfNamesIsChecked) {
     Item.DesignTree() = std::make_shared<window::TreeModel>();
     ASSERT_FALSE(Item.LoadData(Object));
     EXPECT_FALSE(Item.Save(Object));
+
+    const RegObject Stored = Object.Read();
+    std::wstring Text = L"NAME= \"C0\"\r\n";
+    std::wstring Out;
+    const std::wstring Last = Item.DesignTree()->NodeAt(L"FIELDS", 20000);
+    ASSERT_FALSE(Item.SaveData({.CurrFolder = L"FIELDS", .CurrItem = Last, .Index = 20000, .Key = L"FIELDS"},
+                               Out, Text, nullptr));
+    EXPECT_TRUE(Item.Save(Object));
+    EXPECT_EQ(CoreUtil::Instance().LastError().Description,
+              L"Due elementi della procedura hanno lo stesso nome.");
+    CoreUtil::Instance().ForgetError();
+    EXPECT_TRUE(Object.Read() == Stored);
 }
 
 }  // namespace

@@ -249,6 +249,23 @@ TEST_F(Command, RefusalsOfTheElements) {
     EXPECT_EQ(On.Picture(), Before);
 }
 
+TEST_F(Command, ATextGoesIntoNoElementOfAnotherList) {
+    const std::wstring Before = On.Picture();
+    const std::wstring Message = On.Leaf(L"MESSAGE");
+    const std::wstring Title = On.Text(On.Leaf(L"TITLES"));
+    for (const window::Selection& At :
+         {window::Selection{.CurrItem = Message, .Key = L"TITLES"},
+          window::Selection{.CurrItem = L"ROOT", .CurrFolder = L"TITLES", .Key = L"TITLES"},
+          window::Selection{.CurrItem = Message, .CurrFolder = L"TITLES", .Key = L"TITLES"}}) {
+        std::wstring Text = L"TEXT= \"Altro\"\r\nLANG= \"ITA\"\r\n";
+        std::wstring Made;
+        EXPECT_TRUE(Refused(On.Try([&] { return On.Core.SaveData(At, Text, Made); }), 9,
+                            L"diCommand.SaveData", L"Indice non compreso nell'intervallo"));
+    }
+    EXPECT_EQ(On.Picture(), Before);
+    EXPECT_EQ(On.Text(On.Leaf(L"TITLES")), Title);
+}
+
 TEST_F(Command, ListsGrowMoveAndShrink) {
     ExpectListLife(L"TITLES", L"Titles", L"Titolo: [] ", true, true);
     ExpectListLife(L"MESSAGE", L"Messages", L"Messaggio: [] ", true, true);

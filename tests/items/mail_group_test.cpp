@@ -439,6 +439,21 @@ TEST_F(MailGroup, RefusalsOfAPath) {
     EXPECT_FALSE(On.Tree->Modified());
 }
 
+TEST_F(MailGroup, ATextGoesIntoNoPathFromAnotherNode) {
+    const std::wstring Before = On.Picture();
+    const std::wstring Text = On.Text(Path(1));
+    for (const std::wstring& Item : {std::wstring(L"ROOT"), On.Leaf(L"PARMS")}) {
+        std::wstring Given = L"CAPTION= \"X\"\r\nPATH= \"Y\"\r\n";
+        std::wstring Made;
+        EXPECT_TRUE(Refused(On.Try([&] {
+            return On.Core.SaveData({.CurrItem = Item, .CurrFolder = L"PATHS", .Key = L"PATHS"}, Given, Made);
+        }),
+                            9, L"diMailGroup.SaveData", L"Indice non compreso nell'intervallo"));
+    }
+    EXPECT_EQ(On.Picture(), Before);
+    EXPECT_EQ(On.Text(Path(1)), Text);
+}
+
 TEST_F(MailGroup, ANewPathGoesLast) {
     for (const std::wstring& Selected : {std::wstring(L"PATHS"), Path(1)}) {
         On.Tree->MarkModified(false);

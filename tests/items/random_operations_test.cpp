@@ -186,15 +186,20 @@ class Player {
         Text = Mutated(std::move(Text));
         const std::wstring AsTyped = Text;
         bool Done = false;
+        std::wstring NewItemKey;
         AnyOutcome([&](std::wstring& Key) {
             const bool Failed = On.Core.SaveData(At, Text, Key);
             Done = !Failed;
+            NewItemKey = Key;
             return Failed;
         });
         EXPECT_EQ(Text, AsTyped);
         if (!Done) return;
         // An alias that was renamed has a new leaf, and that is the selected one.
-        if (!On.Tree->HasNode(At.CurrItem)) At.CurrItem = On.Tree->Selected();
+        if (On.Object->Clsid() == L"ALIAS" && !On.Tree->HasNode(At.CurrItem)) {
+            EXPECT_EQ(On.Tree->Selected(), NewItemKey);
+            At.CurrItem = NewItemKey;
+        }
         std::wstring Shown;
         std::wstring Again;
         std::wstring Key;
