@@ -60,14 +60,25 @@ void PrintObject(std::ostream& Out, const RegObject& Object, std::size_t Depth) 
 void RefuseIfUsed(Session& Work, const std::wstring& Clsid, const std::wstring& Name) {
     References All(Work.Registry());
     if (!All.Knows(Clsid, Name)) return;  // the registry tells it
-    std::wstring Users;
-    for (const Use& Each : All.UsersOf(Clsid, Name))
-        if (Each.Clsid != Clsid || Each.Name != Name)
-            Users.append(StrUtil::kLineEnd).append(OneLine(UseText(Each)));
-    if (Users.empty()) return;
+    const auto Another = [&](const auto& By) { return By.Clsid != Clsid || By.Name != Name; };
+    bool Used = false;
+    std::wstring Lines;
+    std::vector<ObjectName> Unread;
+    for (const Use& Each : All.UsersOf(Clsid, Name, &Unread)) {
+        if (!Another(Each)) continue;
+        Used = true;
+        Lines.append(StrUtil::kLineEnd).append(OneLine(UseText(Each)));
+    }
+    for (const ObjectName& Each : Unread)
+        if (Another(Each))
+            Lines.append(StrUtil::kLineEnd)
+                .append(OneLine(StandsAt(Each.Clsid, Each.Name, {}, {})))
+                .append(L": istanza illeggibile");
+    if (Lines.empty()) return;
     KvError Error;
     Error.Number = kDesignFault;
-    Error.Description = L"L'istanza " + Name + L" è in uso; si elimina con --force." + Users;
+    Error.Description = L"L'istanza " + Name + (Used ? L" è in uso" : L" potrebbe essere in uso") +
+                        L"; si elimina con --force." + Lines;
     throw Refused({std::move(Error)});
 }
 
@@ -119,7 +130,8 @@ int ShowUses(Session& Work, const std::wstring& Clsid, const std::wstring& Name)
     References All(Work.Registry());
     if (!All.Knows(Clsid, Name)) static_cast<void>(Work.Open(Clsid, Name));  // refuses
     Json Uses = Json::array();
-    for (const Use& Each : All.UsersOf(Clsid, Name)) {
+    std::vector<ObjectName> Unread;
+    for (const Use& Each : All.UsersOf(Clsid, Name, &Unread)) {
         if (Work.Chosen().Json)
             Uses.push_back({{"Clsid", ToUtf8Lossy(Each.Clsid)},
                             {"Name", ToUtf8Lossy(Each.Name)},
@@ -132,6 +144,10 @@ int ShowUses(Session& Work, const std::wstring& Clsid, const std::wstring& Name)
             Work.Out() << ToUtf8Lossy(OneLine(UseText(Each))) << '\n';
     }
     if (Work.Chosen().Json) Work.Out() << Uses.dump(2) << '\n';
+    for (const ObjectName& Each : Unread)
+        TellTrouble(ToUtf8Lossy(OneLine(StandsAt(Each.Clsid, Each.Name, {}, {}))) +
+                        " can't be read: what it names is not known",
+                    Work.Err());
     return exit_code::kDone;
 }
 

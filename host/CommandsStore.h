@@ -16,9 +16,11 @@ namespace kv::host {
 int ListObjects(Session& Work, const std::optional<std::wstring>& Clsid);
 /// Makes an empty object.
 int NewObject(Session& Work, const std::wstring& Clsid, const std::wstring& Name, const std::wstring& Desc);
-/// Deletes an object. One that others name is refused, with who they are, unless it is forced.
+/// Deletes an object. One that others name, or may name but can't be read, is refused, with who they are,
+/// unless it is forced.
 int DeleteObject(Session& Work, const std::wstring& Clsid, const std::wstring& Name, bool Force);
-/// Prints who names an object, a line a use; an object that nobody names prints nothing.
+/// Prints who names an object, a line a use; an object that nobody names prints nothing. Those that may name
+/// it but can't be read are told beside the output.
 int ShowUses(Session& Work, const std::wstring& Clsid, const std::wstring& Name);
 /// Writes the exported text, line ends as they are.
 int ExportObject(Session& Work, const std::wstring& Clsid, const std::wstring& Name);

@@ -8,7 +8,6 @@
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
-#include <utility>
 #include <vector>
 
 #include "frame/ClipItem.h"
@@ -33,15 +32,28 @@ enum class Naming {
     Master,  // a word, "=", the name
 };
 
+/// How the reader of the keyword takes a name. An object may bear one in small letters.
+enum class Letters {
+    Folded,  // turns it to upper case
+    Kept,
+};
+
+/// Another line of the same text, with the word that it must hold.
+struct Condition {
+    std::wstring_view Keyword;  // none: no condition
+    std::wstring_view Word;
+};
+
 /// A row of the table of references: where a keyword stands and what it names.
 struct ReferenceRow {
     std::wstring_view Clsid;
     std::wstring_view Section;
     std::wstring_view Keyword;
     std::wstring_view Wanted;  // class of the object that is named, or that holds the part that is named
+    Letters Case = Letters::Folded;
     Named What = Named::Object;
     Naming How = Naming::One;
-    std::wstring_view Action = {};  // where told, only beside STARTACTION= with this word
+    Condition Beside = {};
 };
 
 /// The table, by class, section and keyword. What stands in no row names nothing.
@@ -70,6 +82,12 @@ struct Use {
     Reference By;
 };
 
+/// A stored object, by class word and name.
+struct ObjectName {
+    std::wstring Clsid;
+    std::wstring Name;
+};
+
 /// A reference that leads nowhere.
 struct ReferenceFault {
     Use Of;
@@ -90,19 +108,24 @@ std::wstring UseText(const Use& Of);
 /// hold is read when it is asked for, from the file and on copies, and nothing is shown to the operator. An
 /// object that can't be read names nothing; its own name counts. All may throw StoreError.
 ///
-/// Names are compared as the registry compares them, by characters; those of fields and scripts, which are
-/// stored in upper case, as the server folds them.
+/// A name whose reader keeps the letters is compared by characters, one that its reader folds is folded on
+/// both sides; of several objects that it may then mean it means the one of the same letters, if there is
+/// one. The names of fields and scripts, which are stored in upper case, are always folded.
 class References {
   public:
     /// `Registry` must outlive it.
     explicit References(KvRegSvr& Registry);
+    References(const References&) = delete;
+    References& operator=(const References&) = delete;
 
-    /// Whether there is an object of that class and name.
+    /// Whether there is an object of that class and name, by characters.
     bool Knows(std::wstring_view Clsid, std::wstring_view Name) const;
     /// What a stored object names.
     std::vector<Reference> Of(const std::wstring& Clsid, const std::wstring& Name);
-    /// Who names an object, by class word and name. An object that names itself is told too.
-    std::vector<Use> UsersOf(std::wstring_view Clsid, std::wstring_view Name);
+    /// Who names an object, by class word and name. An object that names itself is told too. Those that may
+    /// name it but can't be read, or not wholly, are appended to `Unread` where it is given.
+    std::vector<Use> UsersOf(std::wstring_view Clsid, std::wstring_view Name,
+                             std::vector<ObjectName>* Unread = nullptr);
     /// What is wrong with a reference, in one sentence; nothing when it holds, or when what should hold it is
     /// not there or can't be read.
     std::optional<std::wstring> FaultOf(const Reference& Of);
@@ -117,17 +140,25 @@ class References {
         std::unordered_set<std::wstring> Names;  // section word, "/", name
     };
 
+    /// The texts of an object, as many as can be read.
+    struct Reading {
+        bool Whole = false;
+        std::vector<SectionAsText> Texts;
+    };
+
     template <class Wants>
-    std::optional<std::vector<SectionAsText>> Texts(const std::wstring& Clsid, const std::wstring& Name,
-                                                    Wants&& Section);
-    const Parts& PartsOf(std::wstring_view Clsid, const std::wstring& Name);
+    Reading Read(const std::wstring& Clsid, const std::wstring& Name, Wants&& Section);
+    /// Clears `Whole` when something can't be read.
+    std::vector<Reference> Of(const std::wstring& Clsid, const std::wstring& Name, bool& Whole);
+    const Parts& PartsOf(const ObjectName& Of);
+    std::vector<const ObjectName*> Meant(std::wstring_view Clsid, std::wstring_view Name, Letters Case) const;
     std::optional<std::wstring> NameFault(const Reference& Of) const;
 
     KvRegSvr& Registry_;
-    ClipItem Clipboard_;  // that a window asks for; nothing goes into it
-    std::vector<std::pair<std::wstring, std::wstring>> Objects_;           // class, name; in order
-    std::unordered_map<std::wstring, std::vector<std::wstring>> Classes_;  // that have an object of a name
-    std::unordered_map<std::wstring, Parts> Parts_;                        // by class, "/", name
+    ClipItem Clipboard_;               // that a window asks for; nothing goes into it
+    std::vector<ObjectName> Objects_;  // in order; stays as made
+    std::unordered_map<std::wstring, std::vector<const ObjectName*>> ByName_;  // by name in upper case
+    std::unordered_map<std::wstring, Parts> Parts_;                            // by class, "/", name
 };
 
 }  // namespace kv::host

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """The command uses, and the deletion of an object that others name."""
 
+import json
 import sqlite3
 import sys
 import unittest
@@ -48,13 +49,48 @@ class Uses(CliTest):
         for arguments in (["uses"], ["uses", "SORT"], ["uses", "SORT", "RECENTI", "A"]):
             self.wrong(*arguments)
 
-    def test_an_object_that_cannot_be_read_is_passed_over_and_can_be_asked_for(self):
+    def damage(self, *names):
         base = sqlite3.connect(self.store)
-        base.execute("UPDATE objects SET Content = '{' WHERE Name IN ('COPERTINE', 'SCHEDARAGAZZI')")
+        for name in names:
+            base.execute("UPDATE objects SET Content = '{' WHERE Name = ?", (name,))
         base.commit()
         base.close()
-        self.assertEqual(self.uses("PROFILE", "SCHEDARAGAZZI"),
-                         ["CATALOGUE/RAGAZZI PARMS[1]: PROFILE= SCHEDARAGAZZI"])
+
+    def test_an_object_that_cannot_be_read_is_passed_over_told_and_can_be_asked_for(self):
+        self.damage("COPERTINE", "SCHEDARAGAZZI")
+        trouble = "".join(f"kvdesign: {name} can't be read: what it names is not known\n"
+                          for name in ("BROWSE/COPERTINE", "PROFILE/SCHEDARAGAZZI"))
+        done = self.kv("uses", "PROFILE", "SCHEDARAGAZZI")
+        self.assertEqual((done.code, done.out, done.err),
+                         (0, "CATALOGUE/RAGAZZI PARMS[1]: PROFILE= SCHEDARAGAZZI\n", trouble), done)
+        done = self.kv("--json", "uses", "PROFILE", "SCHEDARAGAZZI")
+        self.assertEqual((done.code, len(json.loads(done.out)), done.err), (0, 1, trouble), done)
+        self.assertEqual(self.uses("STOPWORD", "SIGLE"), [
+            "QUERY/AVANZATA FIELDPARMS[4]: STOPWORD= SIGLE", "STEM/TITOLO FIELDPARMS[3]: STOPWORD= SIGLE"])
+
+    def test_an_object_that_one_may_name_that_cannot_be_read_is_deleted_by_force_only(self):
+        self.damage("COPERTINE")
+        self.refused("L'istanza SCHEDARAGAZZI è in uso; si elimina con --force.\n"
+                     "CATALOGUE/RAGAZZI PARMS[1]: PROFILE= SCHEDARAGAZZI\n"
+                     "BROWSE/COPERTINE: istanza illeggibile", "delete", "PROFILE", "SCHEDARAGAZZI")
+        self.ok("delete", "--force", "CATALOGUE", "RAGAZZI")
+        self.refused("L'istanza SCHEDARAGAZZI potrebbe essere in uso; si elimina con --force.\n"
+                     "BROWSE/COPERTINE: istanza illeggibile", "delete", "PROFILE", "SCHEDARAGAZZI")
+        self.ok("delete", "--force", "PROFILE", "SCHEDARAGAZZI")
+
+    def test_one_that_cannot_be_read_itself_and_those_that_cannot_name_it_hinder_nothing(self):
+        self.damage("EMEROTECA", "COPERTINE")
+        self.ok("delete", "CATALOGUE", "EMEROTECA")
+        self.ok("delete", "MEMBER", "BANCO")
+
+    def test_names_in_small_letters(self):
+        self.ok("new", "HELP", "Guida")
+        self.ok("new", "COMMAND", "ANNULLA")
+        self.ok("--lax", "set", "COMMAND", "ANNULLA", "PARMS", input='HELP= "Guida"\n')
+        self.assertEqual(self.ok("check", "HELP") + self.ok("check", "COMMAND"), "")
+        self.assertEqual(self.uses("HELP", "Guida"), ["COMMAND/ANNULLA PARMS[1]: HELP= GUIDA"])
+        self.refused("L'istanza Guida è in uso; si elimina con --force.\nCOMMAND/ANNULLA PARMS[1]: HELP= GUIDA",
+                     "delete", "HELP", "Guida")
 
     def test_what_is_named_is_deleted_by_force_only(self):
         before = self.store.read_bytes()

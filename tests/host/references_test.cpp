@@ -6,16 +6,20 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <map>
 #include <set>
 #include <sstream>
 
+#include "frame/CoreUtil.h"
 #include "frame/SectionTable.h"
 #include "host/CommandsSession.h"
+#include "host/Demo.h"
 #include "tests/support/TestPlatform.h"
 
 namespace kv::host {
 namespace {
 
+namespace fs = std::filesystem;
 using test::Narrow;
 
 std::wstring ValueOf(const ReferenceRow& Row, std::wstring_view Name) {
@@ -27,7 +31,7 @@ std::wstring ValueOf(const ReferenceRow& Row, std::wstring_view Name) {
 std::wstring TextOf(const ReferenceRow& Row, std::wstring_view Name) {
     std::wstring Text;
     LineWriter Out{Text, 0};
-    if (!Row.Action.empty()) Out.Plain(L"STARTACTION=", Row.Action);
+    if (!Row.Beside.Keyword.empty()) Out.Plain(Row.Beside.Keyword, Row.Beside.Word);
     Out.Plain(Row.Keyword, ValueOf(Row, Name));
     if (Row.What == Named::Field) Out.Quoted(L"TABLE=", L"TITOLARE");
     return Text;
@@ -37,6 +41,39 @@ std::string RowText(const ReferenceRow& Row) {
     return Narrow(std::wstring(Row.Clsid) + L" " + std::wstring(Row.Section) + L" " +
                   std::wstring(Row.Keyword));
 }
+
+/// A keyword that the server renders.
+struct Stand {
+    std::wstring Clsid;
+    std::wstring Section;
+    std::wstring Keyword;
+
+    auto operator<=>(const Stand&) const = default;
+    friend void PrintTo(const Stand& Of, std::ostream* Out) {
+        *Out << Narrow(Of.Clsid + L" " + Of.Section + L" " + Of.Keyword);
+    }
+
+    /// All those of an object.
+    static std::set<Stand> Of(Session& Work, const std::wstring& Clsid, const std::wstring& Name) {
+        std::set<Stand> All;
+        Work.InWindow(Clsid, Name, [&](window::WindowCore& Core) {
+            for (const Address& Node : Addresses(Core.Tree())) {
+                if (!Node.Leaf) continue;
+                std::wstring Buffer;
+                Work.Must(Core.DispData({.CurrItem = Node.Node->Key}, Buffer));
+                SectionText Lines(Buffer);
+                std::wstring_view Keyword, Value;
+                while (!Lines.Empty()) {
+                    if (GetFieldValue(Lines, Keyword, Value))
+                        CoreUtil::Instance().ForgetError();  // a line of free text
+                    else
+                        All.insert({Clsid, std::wstring(Node.Section), std::wstring(Keyword)});
+                }
+            }
+        });
+        return All;
+    }
+};
 
 class ReferencesTest : public ::testing::Test {
   protected:
@@ -56,13 +93,27 @@ class ReferencesTest : public ::testing::Test {
         });
     }
 
+    /// An object with an element in each list that the table of references looks into.
+    void MakeWithLists(const std::wstring& Clsid, const std::wstring& Name) {
+        static const std::map<std::wstring_view, std::vector<std::wstring>> kLists = {
+            {L"BROWSE", {L"FILTER"}},  {L"IMPORTPROC", {L"FIELDS", L"INDEXES", L"SCRIPTS"}},
+            {L"PROFILE", {L"FIELDS"}}, {L"QUERY", {L"FIELDS"}},
+            {L"STEM", {L"FIELDS"}},    {L"TABLE", {L"FIELDS"}},
+        };
+        Make(Clsid, Name);
+        if (const auto Found = kLists.find(Clsid); Found != kLists.end())
+            for (const std::wstring& List : Found->second) Add(Clsid, Name, List);
+    }
+
     /// Saves the text of a section, unchecked.
     void Set(const std::wstring& Clsid, const std::wstring& Name, const std::wstring& Section,
              const Place& At, std::wstring_view Text) {
         Work.InWindow(Clsid, Name, [&](window::WindowCore& Core) {
             Core.Tree().SetSyntaxOn(false);
             const Address Node = Addressed(Core.Tree(), Section, At, Want::Text);
-            std::wstring Buffer = WithLineEnds(Text);
+            std::wstring Buffer;
+            Work.Must(Core.DispData({.CurrItem = Node.Node->Key}, Buffer));  // as everyone does
+            Buffer = WithLineEnds(Text);
             std::wstring Key;
             Work.Must(Core.SaveData({.CurrItem = Node.Node->Key}, Buffer, Key));
             Work.MustSave(Core.Save());
@@ -110,6 +161,12 @@ class ReferencesTest : public ::testing::Test {
         return Told;
     }
 
+    static std::vector<std::string> Names(const std::vector<ObjectName>& Of) {
+        std::vector<std::string> Told;
+        for (const ObjectName& Each : Of) Told.push_back(Narrow(StandsAt(Each.Clsid, Each.Name, {}, {})));
+        return Told;
+    }
+
     using Texts = std::vector<std::string>;
 
     test::TestPlatform Platform;
@@ -137,7 +194,7 @@ TEST(ReferencesInText, EveryRowIsFound) {
         ASSERT_NE(Found, All.end()) << RowText(Row);
         EXPECT_EQ(Found->Name, L"NOME") << RowText(Row);
         EXPECT_EQ(Found->At, (Place{4, 2}));
-        EXPECT_EQ(Found->Line, Row.Action.empty() ? 1 : 2) << RowText(Row);
+        EXPECT_EQ(Found->Line, Row.Beside.Keyword.empty() ? 1 : 2) << RowText(Row);
         // Nothing stands for no name, and the same line in a section that has no such row.
         const std::vector<SectionAsText> Empty{{std::wstring(Row.Section), {1}, TextOf(Row, L"")}};
         for (const Reference& Each : ReferencesIn(Row.Clsid, L"A", Empty))
@@ -152,7 +209,7 @@ TEST(ReferencesInText, RowsOfAClassAndSectionStandTogetherAndOnce) {
     std::set<std::pair<std::wstring_view, std::wstring_view>> Sections;
     std::pair<std::wstring_view, std::wstring_view> Last;
     for (const ReferenceRow& Row : ReferenceTable()) {
-        EXPECT_TRUE(Rows.insert(RowText(Row) + Narrow(Row.Action)).second) << RowText(Row);
+        EXPECT_TRUE(Rows.insert(RowText(Row) + Narrow(Row.Beside.Word)).second) << RowText(Row);
         const std::pair Here(Row.Clsid, Row.Section);
         if (Here != Last) {
             EXPECT_TRUE(Sections.insert(Here).second) << RowText(Row);
@@ -191,6 +248,9 @@ TEST(ReferencesInText, ValuesAreReadAsTheServerReadsThem) {
         {L"VCLIENT", L"PARMS", L"STARTOBJECT= \"R\"\nSTARTACTION= QUERY\n", {"STARTOBJECT= R (QUERY)"}},
         {L"VCLIENT", L"PARMS", L"STARTOBJECT= \"R\"\nSTARTACTION= BACK\n", {}},
         {L"VCLIENT", L"PARMS", L"STARTOBJECT= \"R\"\n", {}},
+        {L"RETRIEVAL", L"PARMS", L"HELPTYPE= STANDARD\nHELP= \"A\"\n", {"HELP= A (HELP)"}},
+        {L"RETRIEVAL", L"PARMS", L"HELP= \"A\"\nHELPTYPE= standard\n", {"HELP= A (HELP)"}},
+        {L"RETRIEVAL", L"PARMS", L"HELPTYPE= EXTERN-CHM\nHELP= \"A.CHM\"\n", {}},
         {L"MEMBER", L"PARMS", L"TABLE= \"A\"\n", {}},
         {L"PIPPO", L"PARMS", L"TABLE= \"A\"\n", {}},
     };
@@ -200,60 +260,131 @@ TEST(ReferencesInText, ValuesAreReadAsTheServerReadsThem) {
 
 // A row whose keyword the server does not know would never find anything.
 TEST_F(ReferencesTest, EveryRowStandsInTheTextThatTheServerShows) {
-    const std::pair<std::wstring_view, std::vector<std::wstring>> kLists[] = {
-        {L"BROWSE", {L"FILTER"}},  {L"IMPORTPROC", {L"FIELDS", L"INDEXES", L"SCRIPTS"}},
-        {L"PROFILE", {L"FIELDS"}}, {L"QUERY", {L"FIELDS"}},
-        {L"STEM", {L"FIELDS"}},    {L"TABLE", {L"FIELDS"}},
-    };
     std::set<std::wstring> Classes;
     for (const ReferenceRow& Row : ReferenceTable()) Classes.emplace(Row.Clsid);
     for (const std::wstring& Class : Classes) {
-        Make(Class, L"A");
-        for (const auto& [Of, Lists] : kLists)
-            if (Of == Class)
-                for (const std::wstring& List : Lists) Add(Class, L"A", List);
-        std::set<std::pair<std::wstring, std::wstring>> Stands;  // section, keyword
-        Work.InWindow(Class, L"A", [&](window::WindowCore& Core) {
-            for (const Address& Node : Addresses(Core.Tree())) {
-                if (!Node.Leaf) continue;
-                std::wstring Buffer;
-                Work.Must(Core.DispData({.CurrItem = Node.Node->Key}, Buffer));
-                SectionText Lines(Buffer);
-                std::wstring_view Keyword, Value;
-                while (!Lines.Empty()) {
-                    ASSERT_FALSE(GetFieldValue(Lines, Keyword, Value));
-                    Stands.emplace(Node.Section, Keyword);
-                }
-            }
-        });
+        MakeWithLists(Class, L"A");
+        const std::set<Stand> Stands = Stand::Of(Work, Class, L"A");
         for (const ReferenceRow& Row : ReferenceTable())
             if (Row.Clsid == Class) {
-                EXPECT_EQ(Stands.count({std::wstring(Row.Section), std::wstring(Row.Keyword)}), 1U)
+                EXPECT_EQ(Stands.count({Class, std::wstring(Row.Section), std::wstring(Row.Keyword)}), 1U)
                     << RowText(Row);
             }
     }
 }
 
+TEST_F(ReferencesTest, EveryRowTellsHowItsReaderTakesTheLetters) {
+    int Made = 0;
+    for (const ReferenceRow& Row : ReferenceTable()) {
+        const std::wstring Class(Row.Clsid);
+        if (Class == L"SORT") continue;  // reads its MIRROROF= and does not store it
+        const std::wstring Name = L"A" + std::to_wstring(++Made);
+        MakeWithLists(Class, Name);
+        Set(Class, Name, std::wstring(Row.Section), {1}, TextOf(Row, L"Città"));
+        std::vector<std::wstring> Found;
+        for (const Reference& Each : References(Work.Registry()).Of(Class, Name))
+            if (Each.Row == &Row) Found.push_back(Each.Name);
+        EXPECT_EQ(Found, (std::vector<std::wstring>{Row.Case == Letters::Folded ? L"CITTÀ" : L"Città"}))
+            << RowText(Row);
+    }
+}
+
+// What is rendered under a keyword of the table and has no row.
+TEST_F(ReferencesTest, EveryKeywordOfTheDemonstrationHasARow) {
+    std::set<std::wstring_view> Keywords;
+    std::set<Stand> Rows;
+    for (const ReferenceRow& Row : ReferenceTable()) {
+        Keywords.insert(Row.Keyword);
+        Rows.insert({std::wstring(Row.Clsid), std::wstring(Row.Section), std::wstring(Row.Keyword)});
+    }
+    const fs::path Folder = Platform.Folder / "demo";
+    MakeDemo(Folder);
+    Session Library({.Store = Folder / kDemoStore, .ProgramDir = Folder, .Temp = Platform.Folder},
+                    {.In = In, .Out = Out, .Err = Err});
+    std::set<Stand> Without;
+    for (const RegistryEntry& Entry : Library.Registry().List())
+        for (const Stand& Each : Stand::Of(Library, Entry.Clsid, Entry.Name))
+            if (Keywords.count(Each.Keyword) != 0 && Rows.count(Each) == 0) Without.insert(Each);
+    EXPECT_EQ(Without, (std::set<Stand>{}));
+}
+
 TEST_F(ReferencesTest, ANameHoldsHangsOrLeadsToAnotherClass) {
     for (const ReferenceRow& Row : ReferenceTable()) {
-        const std::wstring Buono = L"BUONO " + std::wstring(Row.Wanted);
+        if (Row.What == Named::Field || Row.What == Named::Script) continue;
+        const std::wstring Wanted(Row.Wanted);
         References Before(Work.Registry());
-        if (!Before.Knows(Row.Wanted, Buono)) Make(Row.Wanted, Buono);
-        if (!Before.Knows(L"MEMBER", L"SOCIO")) Make(L"MEMBER", L"SOCIO");
+        if (!Before.Knows(Wanted, L"BUONO " + Wanted)) {
+            Make(Wanted, L"BUONO " + Wanted);
+            Make(Wanted, L"Misto " + Wanted);
+        }
+        if (!Before.Knows(L"MEMBER", L"Socio")) Make(L"MEMBER", L"Socio");
         References All(Work.Registry());
         const auto Fault = [&](std::wstring_view Name) -> std::string {
             Reference Of{&Row, {1}, 1, std::wstring(Name), {}};
             return Narrow(All.FaultOf(Of).value_or(L"-"));
         };
-        if (Row.What == Named::Field || Row.What == Named::Script) continue;
         const std::string Start = Narrow(std::wstring(Row.Keyword) + L" nomina un'istanza ");
-        const std::string Wanted = Narrow(Row.Wanted);
-        EXPECT_EQ(Fault(Buono), "-") << RowText(Row);
-        EXPECT_EQ(Fault(L"BUONA"), Start + "sconosciuta della classe " + Wanted + ": BUONA.");
-        EXPECT_EQ(Fault(L"buono " + std::wstring(Row.Wanted)),
-                  Start + "sconosciuta della classe " + Wanted + ": buono " + Wanted + ".");
-        EXPECT_EQ(Fault(L"SOCIO"), Start + "della classe MEMBER e non della classe " + Wanted + ": SOCIO.");
+        const auto Unknown = [&](std::wstring_view Name) {
+            return Start + Narrow(L"sconosciuta della classe " + Wanted + L": " + std::wstring(Name) + L".");
+        };
+        const auto OfMember = [&](std::wstring_view Name) {
+            return Start + Narrow(L"della classe MEMBER e non della classe " + Wanted + L": " +
+                                  std::wstring(Name) + L".");
+        };
+        EXPECT_EQ(Fault(L"BUONO " + Wanted), "-") << RowText(Row);
+        EXPECT_EQ(Fault(L"Misto " + Wanted), "-") << RowText(Row);
+        EXPECT_EQ(Fault(L"BUONA"), Unknown(L"BUONA"));
+        EXPECT_EQ(Fault(L"Socio"), OfMember(L"Socio"));
+        const bool Folded = Row.Case == Letters::Folded;
+        for (const std::wstring& Other : {L"buono " + Wanted, L"MISTO " + Wanted})
+            EXPECT_EQ(Fault(Other), Folded ? "-" : Unknown(Other)) << RowText(Row);
+        EXPECT_EQ(Fault(L"SOCIO"), Folded ? OfMember(L"SOCIO") : Unknown(L"SOCIO")) << RowText(Row);
     }
+}
+
+TEST_F(ReferencesTest, AFoldedNameMeansAnObjectInSmallLetters) {
+    Make(L"HELP", L"Guida");
+    Make(L"COMMAND", L"CERCA");
+    Set(L"COMMAND", L"CERCA", L"HELP= \"Guida\"\n");
+    Make(L"HELP", L"SPECCHIO");
+    Set(L"HELP", L"SPECCHIO", L"MIRROROF= \"Guida\"\n");
+    EXPECT_EQ(Faults(), Texts{});
+    EXPECT_EQ(Users(L"HELP", L"Guida"),
+              (Texts{"COMMAND/CERCA PARMS[1]: HELP= GUIDA", "HELP/SPECCHIO PARMS[1]: MIRROROF= Guida"}));
+    // Where one bears the very letters, that one is meant.
+    Make(L"HELP", L"GUIDA");
+    EXPECT_EQ(Faults(), Texts{});
+    EXPECT_EQ(Users(L"HELP", L"Guida"), Texts{"HELP/SPECCHIO PARMS[1]: MIRROROF= Guida"});
+    EXPECT_EQ(Users(L"HELP", L"GUIDA"), Texts{"COMMAND/CERCA PARMS[1]: HELP= GUIDA"});
+    Work.Registry().Delete(L"HELP", L"Guida");
+    EXPECT_EQ(Faults(),
+              Texts{"HELP/SPECCHIO PARMS[1]: MIRROROF= nomina un'istanza sconosciuta della classe HELP: "
+                    "Guida."});
+}
+
+TEST_F(ReferencesTest, PartsAreLookedForInATableInSmallLetters) {
+    Table(L"Libri", L"STYLE= RECORD\n", {L"NUMERO"});
+    Make(L"REPOSITORY", L"A");
+    Set(L"REPOSITORY", L"A", L"TABLE= \"Libri\"\nKEYFIELD= \"Numero\"\n");
+    Make(L"REPOSITORY", L"B");
+    Set(L"REPOSITORY", L"B", L"TABLE= \"Libri\"\nKEYFIELD= \"Prezzo\"\n");
+    Table(L"DISCHI", L"STYLE= RECORD\nINDEX= \"Libri\"\n");
+    EXPECT_EQ(
+        Faults(),
+        (Texts{"REPOSITORY/B PARMS[1]: KEYFIELD= nomina un campo sconosciuto della tabella LIBRI: PREZZO.",
+               "TABLE/DISCHI PARMS[1]: INDEX= nomina una tabella che non è un indice: LIBRI."}));
+}
+
+TEST_F(ReferencesTest, TheHelpOfABaseIsAnObjectWhereItsKindSaysSo) {
+    Make(L"HELP", L"AIUTO");
+    for (const std::wstring Name : {L"A", L"B"}) Make(L"RETRIEVAL", Name);
+    Set(L"RETRIEVAL", L"A", L"HELPTYPE= EXTERN-CHM\nHELP= \"Aiuto.chm\"\n");
+    Set(L"RETRIEVAL", L"B", L"HELP= \"Aiuto.chm\"\n");
+    EXPECT_EQ(Faults(), Texts{"RETRIEVAL/B PARMS[1]: HELP= nomina un'istanza sconosciuta della classe HELP: "
+                              "AIUTO.CHM."});
+    Set(L"RETRIEVAL", L"A", L"HELPTYPE= EXTERN-CHM\nHELP= \"AIUTO\"\n");
+    Set(L"RETRIEVAL", L"B", L"HELP= \"AIUTO\"\n");
+    EXPECT_EQ(Users(L"HELP", L"AIUTO"), Texts{"RETRIEVAL/B PARMS[1]: HELP= AIUTO"});
 }
 
 TEST_F(ReferencesTest, OfAWrongClassAllAreTold) {
@@ -386,6 +517,12 @@ TEST_F(ReferencesTest, WhatCannotBeReadStopsNothing) {
     EXPECT_EQ(Faults(), Told) << "the name of a damaged table holds, and its fields are not known";
     EXPECT_EQ(Users(L"TABLE", L"LIBRI"),
               (Texts{"FILTER/B PARMS[1]: TABLE= LIBRI", "REPOSITORY/R PARMS[1]: TABLE= LIBRI"}));
+    std::vector<ObjectName> Unread;
+    References(Work.Registry()).UsersOf(L"TABLE", L"LIBRI", &Unread);
+    EXPECT_EQ(Names(Unread), (Texts{"FILTER/A", "TABLE/LIBRI"})) << "those that may name it";
+    Unread.clear();
+    References(Work.Registry()).UsersOf(L"STOPWORD", L"CIFRE", &Unread);
+    EXPECT_EQ(Names(Unread), Texts{}) << "no filter names stop words";
     EXPECT_TRUE(References(Work.Registry()).Of(L"FILTER", L"A").empty());
     EXPECT_TRUE(References(Work.Registry()).Of(L"FILTER", L"NIENTE").empty());
     EXPECT_TRUE(CoreUtil::Instance().LastError().Empty());
