@@ -23,6 +23,29 @@ target_compile_definitions(kvdesign_desktop PUBLIC QT_NO_KEYWORDS QT_NO_CAST_TO_
 target_link_libraries(kvdesign_desktop PUBLIC kvdesign_host Qt6::Widgets)
 kv_flags(kvdesign_desktop)
 
+# English. tools/translations.sh brings the texts up to what the sources say.
+get_target_property(kv_qmake Qt6::qmake IMPORTED_LOCATION)
+cmake_path(GET kv_qmake PARENT_PATH kv_qt_bin)
+find_program(KVDESIGN_LRELEASE NAMES lrelease lrelease-qt6 HINTS "${kv_qt_bin}" /usr/lib/qt6/bin
+             DOC "Qt's compiler of translations")
+mark_as_advanced(KVDESIGN_LRELEASE)
+if(KVDESIGN_LRELEASE)
+  set(kv_catalogue "${PROJECT_BINARY_DIR}/i18n/kvdesign_en.qm")
+  set(kv_english "${PROJECT_SOURCE_DIR}/host/desktop/kvdesign_en.ts")
+  file(MAKE_DIRECTORY "${PROJECT_BINARY_DIR}/i18n")
+  add_custom_command(
+    OUTPUT "${kv_catalogue}"
+    COMMAND "${KVDESIGN_LRELEASE}" -silent "${kv_english}" -qm "${kv_catalogue}"
+    DEPENDS "${kv_english}"
+    COMMENT "Making the English catalogue of the desktop window"
+    VERBATIM)
+  # Those who link the library get it with it.
+  qt6_add_resources(kvdesign_desktop kvdesign_i18n PREFIX /i18n BASE "${PROJECT_BINARY_DIR}/i18n" FILES
+                    "${kv_catalogue}")
+else()
+  message(STATUS "Desktop window: in Italian only, Qt's lrelease is not there (Debian: qt6-l10n-tools)")
+endif()
+
 if(kv_desktop_main)
   add_executable(kvdesign-desktop "${kv_desktop_main}" "${PROJECT_SOURCE_DIR}/host/desktop/desktop.qrc")
   set_target_properties(kvdesign-desktop PROPERTIES AUTORCC ON RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}")

@@ -7,7 +7,7 @@ usage="usage: tools/setup.sh build|test"
 purpose=${1:?$usage}
 case $purpose in build | test) ;; *) echo "$usage" >&2; exit 2 ;; esac
 
-# What shows that a thing is there (a command or a header), and the package that brings it.
+# What shows that a thing is there (a command, a header or a file), and the package that brings it.
 needed=(
     g++ g++
     cmake cmake
@@ -21,14 +21,27 @@ needed=(
 # The same for what can be done without, and what is left out then.
 wanted=(
     qt6/QtWidgets/QApplication qt6-base-dev
+    /usr/lib/qt6/bin/lrelease qt6-l10n-tools
+    /usr/share/qt6/translations/qtbase_it.qm qt6-translations-l10n
 )
-left_out="the desktop window is left out"
+left_out="the desktop window or its English is left out"
+# What builds and runs the Windows component.
+windows=()
 if [ "$purpose" = test ]; then
     wanted+=(
         xvfb-run xvfb
         xauth xauth
+        /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf fonts-dejavu-core
     )
-    left_out="the desktop window or its tests are left out"
+    left_out="the desktop window, its English or its tests are left out"
+    windows=(
+        x86_64-w64-mingw32-g++-posix g++-mingw-w64-x86-64-posix
+        x86_64-w64-mingw32-widl mingw-w64-tools
+        wine wine
+        wineserver wine64
+        '/usr/lib/*/wine/x86_64-windows/stdole2.tlb' libwine
+        /usr/src/googletest/CMakeLists.txt googletest
+    )
     needed+=(
         gtest/gtest.h libgtest-dev
         gmock/gmock.h libgmock-dev
@@ -41,6 +54,7 @@ fi
 
 is_there() {
     case $1 in
+        /*) compgen -G "$1" >/dev/null ;;
         *.h | *.hpp) [ -e "/usr/include/$1" ] || [ -e "/usr/local/include/$1" ] ;;
         # Debian keeps Qt's headers below the name of the machine's kind.
         qt6/*) compgen -G "/usr/include/*/$1" >/dev/null || [ -e "/usr/include/$1" ] ;;
@@ -100,17 +114,23 @@ if [ ${#packages[@]} -gt 0 ]; then
     if ! is_there ccache; then install_packages ccache || true; fi
 fi
 
-mapfile -t packages < <(missing "${wanted[@]}")
-if [ ${#packages[@]} -gt 0 ]; then
-    if can_install; then
+# wish LEFT_OUT SIGN PACKAGE...: installs what is not there yet; says what is left out where that cannot be done.
+wish() {
+    local without=$1 packages
+    shift
+    mapfile -t packages < <(missing "$@")
+    if [ ${#packages[@]} -gt 0 ] && can_install; then
         echo "setup: installing ${packages[*]}" >&2
         install_packages "${packages[@]}" || true
-        mapfile -t packages < <(missing "${wanted[@]}")
+        mapfile -t packages < <(missing "$@")
     fi
     if [ ${#packages[@]} -gt 0 ]; then
-        echo "setup: without ${packages[*]}, which could not be installed, $left_out" >&2
+        echo "setup: without ${packages[*]}, which could not be installed, $without" >&2
     fi
-fi
+}
+
+wish "$left_out" "${wanted[@]}"
+wish "the Windows component is left out" "${windows[@]}"
 
 version=$(cmake --version | sed -n '1s/[^0-9]*\([0-9.]*\).*/\1/p')
 if [ "$(printf '%s\n' 3.25 "$version" | sort -V | head -n 1)" != 3.25 ]; then

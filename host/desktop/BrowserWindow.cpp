@@ -10,7 +10,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
-#include <QPainter>
 #include <QPushButton>
 #include <QSaveFile>
 #include <QSettings>
@@ -29,7 +28,9 @@
 #include "host/WholeObject.h"
 #include "host/desktop/DesignWindow.h"
 #include "host/desktop/Desk.h"
+#include "host/desktop/ElidedLabel.h"
 #include "host/desktop/ObjectDialog.h"
+#include "host/desktop/Pictures.h"
 #include "host/desktop/QtText.h"
 
 namespace kv::desktop {
@@ -63,25 +64,6 @@ class Wait {
 
 }  // namespace
 
-/// A path on one line, its middle left out where there is no room.
-class PathLabel final : public QLabel {
-  public:
-    void SetPath(const QString& Path) {
-        setText(Path);
-        setToolTip(Path);
-    }
-
-  protected:
-    QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
-    void paintEvent(QPaintEvent*) override {
-        QPainter Painter(this);
-        const QRect Room = contentsRect();
-        Painter.setPen(palette().color(foregroundRole()));
-        Painter.drawText(Room, Qt::AlignLeft | Qt::AlignVCenter,
-                         fontMetrics().elidedText(text(), Qt::ElideMiddle, Room.width()));
-    }
-};
-
 // How it is made.
 
 BrowserWindow::BrowserWindow(Desk& On, QWidget* Parent) : QMainWindow(Parent), Show(ShowObject), On_(On) {
@@ -97,11 +79,12 @@ BrowserWindow::BrowserWindow(Desk& On, QWidget* Parent) : QMainWindow(Parent), S
     const QSettings Kept;
     restoreGeometry(Kept.value(QLatin1String(kGeometry)).toByteArray());
     QHeaderView* const Header = View_->header();
+    Header->setSortIndicatorShown(true);  // which takes room, too
     if (!Header->restoreState(Kept.value(QLatin1String(kColumns)).toByteArray())) {
         const int Letter = fontMetrics().averageCharWidth();
         Header->resizeSection(ObjectsModel::kName, 32 * Letter);
         for (const int Number : {ObjectsModel::kVersion, ObjectsModel::kRevision})
-            Header->resizeSection(Number, 12 * Letter);
+            Header->resizeSection(Number, std::max(12 * Letter, Header->sectionSizeHint(Number)));
         Header->setSortIndicator(ObjectsModel::kName, Qt::AscendingOrder);
     }
     Header->setSectionResizeMode(ObjectsModel::kDesc, QHeaderView::Stretch);
@@ -140,7 +123,7 @@ void BrowserWindow::MakeActions() {
     EndSearch_ =
         Act("endSearch", tr("&Annulla la ricerca"), tr("Mostra di nuovo tutti gli oggetti"), nullptr);
     UnfoldAll_ = Act("unfoldAll", tr("&Espandi tutto"), tr("Mostra gli oggetti di tutte le classi"), nullptr);
-    FoldAll_ = Act("foldAll", tr("&Comprimi tutto"), tr("Mostra solo le classi"), nullptr);
+    FoldAll_ = Act("foldAll", tr("Co&mprimi tutto"), tr("Mostra solo le classi"), nullptr);
     About_ = Act("about", tr("&Informazioni"), tr("Versione del programma"), &BrowserWindow::TellAbout);
 
     OpenStore_->setShortcut(QKeySequence::Open);
@@ -161,9 +144,9 @@ void BrowserWindow::MakeActions() {
     const auto Icon = [this](QStyle::StandardPixmap Pixmap) { return style()->standardIcon(Pixmap); };
     OpenStore_->setIcon(Icon(QStyle::SP_DirOpenIcon));
     Reload_->setIcon(Icon(QStyle::SP_BrowserReload));
-    New_->setIcon(Icon(QStyle::SP_FileIcon));
-    Open_->setIcon(Icon(QStyle::SP_FileDialogContentsView));
-    Delete_->setIcon(Icon(QStyle::SP_TrashIcon));
+    New_->setIcon(PictureOf(QStringLiteral("new")));
+    Open_->setIcon(PictureOf(QStringLiteral("folderopen")));
+    Delete_->setIcon(PictureOf(QStringLiteral("delete")));
 
     QMenu* const Store = menuBar()->addMenu(tr("&Archivio"));
     Store->addActions({OpenStore_, NewStore_});
@@ -235,9 +218,8 @@ void BrowserWindow::MakeCentre() {
     Column->addWidget(Centre_);
     setCentralWidget(Whole);
 
-    Where_ = new PathLabel;
+    Where_ = new ElidedLabel(Qt::ElideMiddle);
     Where_->setObjectName(QStringLiteral("where"));
-    Where_->setAccessibleName(tr("Archivio"));
     Counts_ = new QLabel;
     Counts_->setObjectName(QStringLiteral("counts"));
     statusBar()->addWidget(Where_, 1);
@@ -387,7 +369,7 @@ void BrowserWindow::ShowState() {
     Centre_->setCurrentIndex(NothingAction_ ? 1 : 0);
     Search_->setEnabled(Store && Objects_->Objects() != 0);
 
-    Where_->SetPath(Store ? PathText(On_.Store()) : QString());
+    Where_->SetText(Store ? PathText(On_.Store()) : QString());
     QStringList Counts;
     if (Store) {
         Counts.append(tr("Oggetti: %1").arg(Objects_->Objects()));
@@ -503,9 +485,15 @@ void BrowserWindow::DeleteSelected() {
     QStringList Users;
     const bool Known = Told([&] {
         const Wait Waiting(On_.Platform());
-        for (const host::Use& Use : host::References(On_.Registry()).UsersOf(Chosen.Clsid, Chosen.Name)) {
+        std::vector<host::ObjectName> Unread;
+        for (const host::Use& Use :
+             host::References(On_.Registry()).UsersOf(Chosen.Clsid, Chosen.Name, &Unread)) {
             const ObjectKey By{Use.Clsid, Use.Name};
             if (By != Chosen && !Users.contains(Called(By))) Users.append(Called(By));
+        }
+        for (const auto& Each : Unread) {
+            const ObjectKey By{Each.Clsid, Each.Name};
+            if (By != Chosen) Users.append(tr("%1 (illeggibile)").arg(Called(By)));
         }
     });
     if (!Known) return;

@@ -19,7 +19,7 @@ class QTreeView;
 namespace kv::desktop {
 
 class Desk;
-class PathLabel;
+class ElidedLabel;
 
 /// Remembers the last store, its place on the screen and the widths of its columns (QSettings of the
 /// application). Trouble with the store and refusals are told in a box; the window goes on.
@@ -90,7 +90,7 @@ class BrowserWindow final : public QMainWindow {
     QPushButton* NothingButton_ = nullptr;
     QAction* NothingAction_ = nullptr;
     QLineEdit* Search_ = nullptr;
-    PathLabel* Where_ = nullptr;
+    ElidedLabel* Where_ = nullptr;
     QLabel* Counts_ = nullptr;
     QStringList Folded_;  // class words
     bool Unfolding_ = false;

@@ -1,5 +1,6 @@
 #include "host/desktop/DesignWindow.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
@@ -25,6 +26,7 @@
 #include "host/ObjectWindow.h"
 #include "host/Text.h"
 #include "host/desktop/ChangesDialog.h"
+#include "host/desktop/ElidedLabel.h"
 #include "host/desktop/NodesModel.h"
 #include "host/desktop/ObjectTexts.h"
 #include "host/desktop/Pictures.h"
@@ -89,13 +91,13 @@ DesignWindow::DesignWindow(Desk& OnDesk, window::WindowCore& Core, host::Registr
         resize(fontMetrics().averageCharWidth() * 130, fontMetrics().height() * 40);
     restoreState(Kept.value(kState).toByteArray());
     if (!Split_->restoreState(Kept.value(kSplit).toByteArray()))
-        Split_->setSizes({width() / 3, width() * 2 / 3});
+        Split_->setSizes({width() * 2 / 5, width() * 3 / 5});
 
     std::wstring Name, Desc, Id, Clsid, Users;
     std::int16_t Version = 0;
     if (!Core_.GetObjectInfo(Name, Desc, Version, Id, Clsid, Users)) {
         statusBar()->addWidget(new QLabel(FromWide(Clsid)));
-        statusBar()->addWidget(new QLabel(FromWide(Desc)), 1);
+        statusBar()->addWidget(new ElidedLabel(Qt::ElideRight, FromWide(Desc)), 1);
         statusBar()->addPermanentWidget(new QLabel(tr("Versione %1").arg(Version)));
         statusBar()->addPermanentWidget(new QLabel(tr("Id %1").arg(FromWide(Id))));
     }
@@ -141,18 +143,16 @@ void DesignWindow::MakeBody() {
     LeftColumn->addWidget(Search_);
     LeftColumn->addWidget(View_, 1);
 
-    Heading_ = new QLabel;
-    Heading_->setTextFormat(Qt::PlainText);
-    Heading_->setAccessibleName(tr("Sezione"));
+    Heading_ = new ElidedLabel(Qt::ElideMiddle);
     Editor_ = new SectionEditor;
     Editor_->setAccessibleName(tr("Testo della sezione"));
     connect(Editor_, &SectionEditor::ChangesChanged, this, [this] { UpdateOffers(); });
-    Heading_->setBuddy(Editor_);
 
     Sign_ = new QLabel;
     Message_ = new QLabel;
     Message_->setTextFormat(Qt::PlainText);
     Message_->setWordWrap(true);
+    Message_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     Message_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     Message_->setAccessibleName(tr("Messaggio"));
     auto* const Line = new QWidget;
@@ -165,6 +165,8 @@ void DesignWindow::MakeBody() {
     auto* const Right = new QWidget;
     auto* const RightColumn = new QVBoxLayout(Right);
     RightColumn->setContentsMargins(0, 0, 0, 0);
+    // The text begins where the tree does.
+    Heading_->setMinimumHeight(Search_->sizeHint().height());
     RightColumn->addWidget(Heading_);
     RightColumn->addWidget(Editor_, 1);
     RightColumn->addWidget(Line);
@@ -172,7 +174,10 @@ void DesignWindow::MakeBody() {
     Split_ = new QSplitter;
     Split_->addWidget(Left);
     Split_->addWidget(Right);
-    Split_->setStretchFactor(1, 1);
+    Split_->setStretchFactor(0, 2);
+    Split_->setStretchFactor(1, 3);
+    const int Edge = style()->pixelMetric(QStyle::PM_LayoutLeftMargin) / 2;
+    Split_->setContentsMargins(Edge, Edge, Edge, 0);
     Split_->setChildrenCollapsible(false);
     setCentralWidget(Split_);
 }
@@ -308,6 +313,10 @@ void DesignWindow::Tell(const QString& Text, bool Fault) {
     const int Side = fontMetrics().height();
     const auto Icon = Fault ? QStyle::SP_MessageBoxWarning : QStyle::SP_MessageBoxInformation;
     Sign_->setPixmap(Text.isEmpty() ? QPixmap() : style()->standardIcon(Icon).pixmap(Side, Side));
+    // A name hides the text from screen readers, so the text is the name; they tell it as it comes.
+    Message_->setAccessibleName(Text.isEmpty() ? tr("Messaggio") : Text);
+    QAccessibleEvent Told(Message_, QAccessible::Alert);
+    if (!Text.isEmpty()) QAccessible::updateAccessibility(&Told);
     Sign_->setAccessibleName(Text.isEmpty() ? QString() : Fault ? tr("Errore") : tr("Informazione"));
 }
 
@@ -371,7 +380,7 @@ void DesignWindow::UpdateOffers() {
 bool DesignWindow::Display(std::wstring_view Key) {
     Current_ = Key;
     const TreeNode* const Node = CurrentNode();
-    Heading_->setText(Node ? PathOf(*Node) : QString());
+    Heading_->SetText(Node ? PathOf(*Node) : QString());
     std::wstring Buffer;
     if (!Node || !IsLeafKey(Current_) || Core_.DispData(At(), Buffer)) {
         Editor_->ShowNothing();

@@ -20,6 +20,7 @@ class QTreeView;
 
 namespace kv::desktop {
 
+class ElidedLabel;
 class NodesModel;
 class SectionEditor;
 
@@ -120,7 +121,7 @@ class DesignWindow final : public QMainWindow {
     QTreeView* View_ = nullptr;
     SectionEditor* Editor_ = nullptr;
     QLineEdit* Search_ = nullptr;
-    QLabel* Heading_ = nullptr;
+    ElidedLabel* Heading_ = nullptr;
     QLabel* Message_ = nullptr;
     QLabel* Sign_ = nullptr;
     QSplitter* Split_ = nullptr;

@@ -84,6 +84,7 @@ QVariant NodesModel::data(const QModelIndex& At, int Role) const {
     if (!Node) return {};
     switch (Role) {
         case Qt::DisplayRole:
+        case Qt::ToolTipRole:
             return FromWide(Node->Text);
         case Qt::DecorationRole:
             return PictureOf(*Node);
@@ -169,7 +170,7 @@ void NodesModel::RemovedChildren() {
 void NodesModel::TextChanged(const TreeNode& Node) {
     if (Reloading_) return;
     const QModelIndex At = IndexOf(&Node);
-    Q_EMIT dataChanged(At, At, {Qt::DisplayRole});
+    Q_EMIT dataChanged(At, At, {Qt::DisplayRole, Qt::ToolTipRole});
 }
 
 }  // namespace kv::desktop

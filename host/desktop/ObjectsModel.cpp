@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "frame/DesignTree.h"
 #include "host/CommandsSession.h"
 #include "host/desktop/ClassNames.h"
+#include "host/desktop/Pictures.h"
 #include "host/desktop/QtText.h"
 #include "server/vdSvr.h"
 
@@ -15,9 +17,19 @@ namespace {
 // The internal id of an index: 0 is a class, else the object's class counted from 1.
 constexpr quintptr kClassId = 0;
 
+// Closed, and open while its objects are shown.
+QIcon FolderPicture() {
+    QIcon Both = TreePicture(image::kFolder);
+    const QIcon Open = TreePicture(image::kFolderOpen);
+    for (const QSize& Size : Open.availableSizes())
+        Both.addPixmap(Open.pixmap(Size), QIcon::Normal, QIcon::On);
+    return Both;
+}
+
 }  // namespace
 
-ObjectsModel::ObjectsModel(QObject* Parent) : QAbstractItemModel(Parent) {
+ObjectsModel::ObjectsModel(QObject* Parent)
+    : QAbstractItemModel(Parent), Folder_(FolderPicture()), Leaf_(TreePicture(image::kLeaf)) {
     const auto Known = ClassWords();
     for (const std::wstring_view Word : Known) Classes_.push_back({std::wstring(Word), ClassName(Word), {}});
     std::sort(Classes_.begin(), Classes_.end(),
@@ -103,6 +115,9 @@ QVariant ObjectsModel::ClassData(const Class& Of, int Column, int Role) const {
                     .arg(Of.Name.isEmpty() ? FromWide(Of.Word) : Of.Name)
                     .arg(Count);
             return {};
+        case Qt::DecorationRole:
+            if (Column == kName) return Folder_;
+            return {};
         case Qt::AccessibleTextRole:
             if (Column == kName) return tr("Classe %1, %2").arg(FromWide(Of.Word), Of.Name);
             return {};
@@ -135,6 +150,9 @@ QVariant ObjectsModel::EntryData(const Class& Of, const host::RegistryEntry& Ent
                 default:
                     return static_cast<qlonglong>(Entry.Revision);
             }
+        case Qt::DecorationRole:
+            if (Column == kName) return Leaf_;
+            return {};
         case Qt::ToolTipRole:
             if (Column == kName || Column == kDesc)
                 return Entry.Desc.empty() ? FromWide(Entry.Name) : FromWide(Entry.Name + L"\n" + Entry.Desc);

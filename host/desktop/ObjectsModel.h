@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QAbstractItemModel>
+#include <QIcon>
 #include <QSortFilterProxyModel>
 #include <QStringList>
 #include <optional>
@@ -59,6 +60,7 @@ class ObjectsModel final : public QAbstractItemModel {
     QVariant EntryData(const Class& Of, const host::RegistryEntry& Entry, int Column, int Role) const;
 
     std::vector<Class> Classes_;
+    QIcon Folder_, Leaf_;
     int Objects_ = 0;
     int LeftOut_ = 0;
 };

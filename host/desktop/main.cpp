@@ -3,10 +3,8 @@
 #include <CLI/CLI.hpp>
 #include <QApplication>
 #include <QIcon>
-#include <QLibraryInfo>
 #include <QLocale>
 #include <QTimer>
-#include <QTranslator>
 #include <csignal>
 #include <filesystem>
 #include <iostream>
@@ -18,6 +16,8 @@
 #include "host/Text.h"
 #include "host/desktop/BrowserWindow.h"
 #include "host/desktop/Desk.h"
+#include "host/desktop/QtText.h"
+#include "host/desktop/Translations.h"
 
 namespace {
 
@@ -36,7 +36,7 @@ class Application final : public QApplication {
         } catch (const std::exception& Trouble) {
             Tell(kv::host::FromUtf8Lossy(Trouble.what()));
         } catch (...) {
-            Tell(L"Errore sconosciuto");
+            Tell(kv::desktop::ToWide(translate("Application", "Errore sconosciuto")));
         }
         return false;
     }
@@ -50,17 +50,6 @@ class Application final : public QApplication {
         }
     }
 };
-
-void Translate(QTranslator& Ours, QTranslator& Qts) {
-    const QLocale Locale;
-    if (Qts.load(Locale, QStringLiteral("qtbase"), QStringLiteral("_"),
-                 QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QCoreApplication::installTranslator(&Qts);
-    // Italian is what stands in the program; whoever reads neither is better served by English.
-    const bool Italian = Locale.language() == QLocale::Italian || Locale.language() == QLocale::C;
-    if (!Italian && Ours.load(QStringLiteral(":/i18n/kvdesign_en.qm")))
-        QCoreApplication::installTranslator(&Ours);
-}
 
 fs::path ChosenStore(const kv::host::Places& Given) {
     if (!Given.Store.empty()) return Given.Store;
@@ -77,8 +66,7 @@ int Run(int& Count, char** Arguments, const kv::host::Places& Given) {
     QGuiApplication::setDesktopFileName(QStringLiteral("kvdesign"));
     Application Program(Count, Arguments);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/desktop/kvdesign.png")));
-    QTranslator Ours, Qts;
-    Translate(Ours, Qts);
+    const kv::desktop::Translations Words{QLocale()};
 
     kv::desktop::Desk Desk(Given.ProgramDir,
                            Given.Temp.empty() ? kv::host::TemporaryFolder() : fs::path(Given.Temp));

@@ -32,7 +32,9 @@ class Installation {
     Installation() {
         static const QTemporaryDir Made;
         static const bool Ready = [] {
-            host::MakeDemo(std::filesystem::path(Made.path().toStdString()) / "demo");
+            const std::filesystem::path Folder = Made.path().toStdString();
+            const Desk Making(Folder / "demo", Folder);  // says where the default sort table is written
+            host::MakeDemo(Folder / "demo");
             return true;
         }();
         EXPECT_TRUE(Ready);

@@ -4,7 +4,6 @@
 
 #include <QAction>
 #include <QComboBox>
-#include <QCoreApplication>
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QLabel>
@@ -37,14 +36,6 @@ using test::Operator;
 
 class Browser : public testing::Test {
   protected:
-    Browser() {
-        QCoreApplication::setOrganizationName(QStringLiteral("kvdesign"));
-        QCoreApplication::setApplicationName(QStringLiteral("kvdesign"));
-        QSettings::setDefaultFormat(QSettings::IniFormat);
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, Holder.path());
-        QSettings().clear();
-    }
-
     void SetUp() override {
         {
             host::KvRegSvr Made(Path("uno.db"));
