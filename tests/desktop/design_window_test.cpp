@@ -435,11 +435,51 @@ TEST_F(DesignWindowTest, RenumberingAsksFirst) {
     InWindow(L"TABLE", L"NOTIZIE", [](const Shown& On) {
         Operator Person;
         Person.In<QMessageBox>([](QMessageBox& Box) {
-            EXPECT_FALSE(Box.text().isEmpty());
+            EXPECT_EQ(Box.text(), QStringLiteral("Confermi la rinumerazione dei Tag?"));
             QTest::keyClick(&Box, Qt::Key_Escape);
         });
         On.Do("renumtag");
         EXPECT_FALSE(On.Core.Tree().Modified()) << "called off";
+    });
+}
+
+TEST_F(DesignWindowTest, ConstantsGoIntoTheFileThatIsNamed) {
+    const std::filesystem::path File = Place.Folder() / "costanti.bas";
+    InWindow(L"TABLE", L"NOTIZIE", [&](const Shown& On) {
+        {
+            Operator Person;
+            Person.In<QFileDialog>([](QFileDialog& Dialog) { Dialog.reject(); });
+            On.Do("constants");
+        }
+        EXPECT_FALSE(std::filesystem::exists(File));
+        Operator Person;
+        Person.In<QFileDialog>([&](QFileDialog& Dialog) {
+            auto* const Name = Dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+            ASSERT_NE(Name, nullptr);
+            Name->setText(QString::fromStdString(File.string()));
+            QTest::keyClick(Name, Qt::Key_Return);
+        });
+        On.Do("constants");
+        EXPECT_FALSE(On.Core.Tree().Modified());
+    });
+    EXPECT_GT(std::filesystem::file_size(File), 1000U);
+}
+
+TEST_F(DesignWindowTest, FieldsAreMappedFromACopiedTableAfterTheQuestions) {
+    InWindow(L"TABLE", L"NOTIZIE", [](const Shown& On) {
+        On.Window.Tree()->setFocus();
+        On.Do("copy");
+    });
+    InWindow(L"PROFILE", L"SCHEDA", [](const Shown& On) {
+        Operator Person;
+        Answers(Person, QStringLiteral("Si vogliono rimuovere i campi già presenti"),
+                QStringLiteral("Annulla"));
+        On.Do("maptable");
+        EXPECT_FALSE(On.Core.Tree().Modified());
+        Answers(Person, QStringLiteral("Si vogliono rimuovere i campi già presenti"), QStringLiteral("Sì"));
+        Answers(Person, QStringLiteral("Operazione completata: salvare l'oggetto"), QStringLiteral("OK"));
+        On.Do("maptable");
+        EXPECT_TRUE(On.Core.Tree().Modified());
     });
 }
 
