@@ -1,6 +1,6 @@
 # tests/<name>/*_test.cpp make the program <name>_tests; tests/support/*.cpp is linked into all of
 # them. tests/**/*_test.py run with Python; one that exits with 77 is skipped (tests/data without its
-# data). examples/embed/*.cpp is built and run.
+# data). examples/embed/*.cpp is built and run. tests/com is the Windows component's: KvWineTests.cmake.
 
 find_package(GTest REQUIRED)
 if(TARGET kvdesign_desktop)
@@ -65,12 +65,13 @@ foreach(folder IN LISTS kv_test_folders)
   if(folder MATCHES "/desktop$" AND NOT TARGET kvdesign_desktop)
     continue()
   endif()
-  if(IS_DIRECTORY "${folder}" AND NOT folder MATCHES "/support$")
+  if(IS_DIRECTORY "${folder}" AND NOT folder MATCHES "/(support|com)$")
     kv_add_test_program("${folder}")
   endif()
 endforeach()
 
 file(GLOB_RECURSE kv_scripts CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/*_test.py")
+list(FILTER kv_scripts EXCLUDE REGEX "/tests/com/")
 set(kv_script_environment "KV_SOURCE_DIR=${PROJECT_SOURCE_DIR}" "KV_BUILD_DIR=${PROJECT_BINARY_DIR}"
                           "PYTHONDONTWRITEBYTECODE=1" "PYTHONUTF8=1")
 if(TARGET kvdesign)

@@ -175,11 +175,11 @@ bool ReadBits(Record& Into, Parm& P) {
     return false;
 }
 
-// Bits by their words; `None`, a word of the table, where none is set.
-template <auto Member, const auto& Words, const Word& None, class Record>
+// Bits by their words; the word at `None` in the table where none is set.
+template <auto Member, const auto& Words, std::size_t None, class Record>
 bool WriteBits(const Record& From, std::wstring_view Keyword, LineWriter& Out) {
     const std::wstring Set = JoinSetWords(Words, From.*Member);
-    Out.Plain(Keyword, Set.empty() ? None.Text : std::wstring_view(Set));
+    Out.Plain(Keyword, Set.empty() ? Words[None].Text : std::wstring_view(Set));
     return false;
 }
 
@@ -212,7 +212,7 @@ constexpr SectionRow<A> kApplication[] = {
     {L"STARTACTION=", read::OneWord<&A::StartAction, kActionWords>, write::OneWord<&A::StartAction, kActionWords>},
     {L"STARTOBJECT=", read::Upper<&A::StartObject>, write::Quoted<&A::StartObject>},
     {L"STARTUPMODE=", ReadBits<&A::StartupMode, kStartupModes, A>,
-     WriteBits<&A::StartupMode, kStartupModes, kStartupModes[4], A>},
+     WriteBits<&A::StartupMode, kStartupModes, 4, A>},
     {L"ALLOWSHUTDOWN=", read::BoolOrIgnore<&A::AllowShutdown>, write::Bool<&A::AllowShutdown>},
     {L"IDLEACTION=", read::OneWord<&A::IdleAction, kIdleActions>, write::OneWord<&A::IdleAction, kIdleActions>},
     {L"IDLETIME=", read::Long<&A::IdleTime>, write::Number<&A::IdleTime>},
@@ -310,7 +310,7 @@ constexpr SectionRow<K> kLoanClient[] = {
     {L"LOAN=", read::Upper<&K::Loan>, write::Quoted<&K::Loan>},
     {L"MENU=", read::Upper<&K::Menu>, write::Quoted<&K::Menu>},
     {L"REQUESTOPTIONS=", ReadBits<&K::RequestOptions, kLoanRequests, K>,
-     WriteBits<&K::RequestOptions, kLoanRequests, kLoanRequests[0], K>},
+     WriteBits<&K::RequestOptions, kLoanRequests, 0, K>},
     {L"DELIVERLIB=", read::OneWord<&K::DeliverLib, kDeliverLibs>, write::OneWord<&K::DeliverLib, kDeliverLibs>},
     {L"WEBDELIVERLIB=", read::OneWord<&K::WebDeliverLib, kDeliverLibs>, write::OneWord<&K::WebDeliverLib, kDeliverLibs>},
     {L"PWDOPTIONS=", read::Flags<&K::PwdOptions, kPasswordOptions>, write::Flags<&K::PwdOptions, kPasswordOptions>},

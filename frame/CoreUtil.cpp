@@ -1,7 +1,6 @@
 #include "frame/CoreUtil.h"
 
 #include <system_error>
-#include <type_traits>
 #include <utility>
 
 #include "frame/StrUtil.h"
@@ -23,11 +22,19 @@ void Empty(KvError& Error) noexcept {
     Error.Line = 0;
 }
 
-// False for a character that is none of Unicode's.
-[[maybe_unused]] bool AppendUtf8(std::wstring_view Text, std::u8string& Bytes) {
+// False for a character that is none of Unicode's. A pair of 16-bit halves is one character, whatever the
+// width of wchar_t; a half alone is none.
+bool AppendUtf8(std::wstring_view Text, std::u8string& Bytes) {
     const auto Put = [&](std::uint32_t Byte) { Bytes.push_back(static_cast<char8_t>(Byte)); };
-    for (const wchar_t C : Text) {
-        const auto Code = static_cast<std::uint32_t>(C);
+    for (std::size_t At = 0; At < Text.size(); ++At) {
+        auto Code = static_cast<std::uint32_t>(Text[At]);
+        if (Code >= 0xD800 && Code <= 0xDBFF && At + 1 < Text.size()) {
+            const auto Second = static_cast<std::uint32_t>(Text[At + 1]);
+            if (Second >= 0xDC00 && Second <= 0xDFFF) {
+                Code = 0x10000 + ((Code & 0x3FFU) << 10U) + (Second & 0x3FFU);
+                ++At;
+            }
+        }
         if (Code > 0x10FFFF || (Code >= 0xD800 && Code <= 0xDFFF)) return false;
         if (Code < 0x80) {
             Put(Code);
@@ -157,15 +164,11 @@ bool CoreUtil::FileExists(const std::wstring& Path) const noexcept {
 
 bool CoreUtil::ToPath(const std::wstring& Text, std::filesystem::path& Path) noexcept {
     try {
-        if constexpr (std::is_same_v<std::filesystem::path::value_type, wchar_t>) {
-            Path = std::filesystem::path(Text);
-        } else {
-            // The library would narrow by the locale of the process; names of files are UTF-8 whatever that
-            // is.
-            std::u8string Bytes;
-            if (!AppendUtf8(Text, Bytes)) return false;
-            Path = std::filesystem::path(Bytes);
-        }
+        // Where names are bytes the library would narrow by the locale of the process; they are UTF-8
+        // whatever that is.
+        std::u8string Bytes;
+        if (!AppendUtf8(Text, Bytes)) return false;
+        Path = std::filesystem::path(Bytes);
         return true;
     } catch (...) {
         return false;

@@ -107,8 +107,10 @@ void FileNumber::Seek(std::int64_t NewPlace) {
 
 std::string FileNumber::Read(std::int64_t Count) {
     if (Count < 0 || Count > Length_ - Place_ + 1) RaiseFault(fault::kReadPastEnd);
+    // A system of 32 bits takes no more than that into its memory.
+    if (!std::in_range<std::streamsize>(Count)) RaiseFault(fault::kOutOfMemory);
     std::string Bytes(static_cast<std::size_t>(Count), '\0');
-    Stream_.read(Bytes.data(), Count);
+    Stream_.read(Bytes.data(), static_cast<std::streamsize>(Count));
     if (Stream_.gcount() != Count) {
         Stream_.clear();
         RaiseFault(fault::kReadPastEnd);

@@ -12,8 +12,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// What tells that a window can be shown. Qt's own variable may name a platform without a screen.
-constexpr std::array kDisplays{"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
+// What tells that a window can be shown. Qt's own variable does not: it may name a platform without a screen.
+constexpr std::array kDisplays{"DISPLAY", "WAYLAND_DISPLAY"};
 
 }  // namespace
 

@@ -7,8 +7,8 @@
 
 namespace kv::window {
 
-/// Worked out from the kinds of the node and of the one above it alone: the letters say where elements are
-/// added (R), where all go at once (G), and what is deleted (D) and moved (M) by itself.
+/// Worked out from the kinds of the node and of the one above it alone: what hangs in a folder that repeats
+/// ("RG", "R") is an element, which is added, moved and deleted there; those of "RG" go all at once, too.
 struct Offers {
     const TreeNode* NewIn = nullptr;  // the folder in which EditData makes a new element, null for nowhere
     bool DeleteAll = false;           // the elements of this folder

@@ -49,19 +49,6 @@ QString PathText(const std::filesystem::path& Path) { return QString::fromStdStr
 std::filesystem::path PathOf(const QString& Text) { return QFile::encodeName(Text).toStdString(); }
 
 QString Called(const ObjectKey& Key) { return FromWide(Key.Clsid + L"/" + Key.Name); }
-
-/// While it lives the pointer tells to wait.
-class Wait {
-  public:
-    explicit Wait(kv::Platform& Door) : Door_(Door) { Door_.SetPointer(kPointerWait); }
-    Wait(const Wait&) = delete;
-    Wait& operator=(const Wait&) = delete;
-    ~Wait() { Door_.SetPointer(kPointerDefault); }
-
-  private:
-    kv::Platform& Door_;
-};
-
 }  // namespace
 
 // How it is made.

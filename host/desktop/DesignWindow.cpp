@@ -101,7 +101,8 @@ DesignWindow::DesignWindow(Desk& OnDesk, window::WindowCore& Core, host::Registr
         statusBar()->addPermanentWidget(new QLabel(tr("Versione %1").arg(Version)));
         statusBar()->addPermanentWidget(new QLabel(tr("Id %1").arg(FromWide(Id))));
     }
-    AfterLoad();
+    AfterLoad({});
+    View_->setFocus();
 }
 
 DesignWindow::~DesignWindow() {
@@ -128,8 +129,17 @@ void DesignWindow::MakeBody() {
     connect(View_->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& Now, const QModelIndex&) {
                 const TreeNode* const Node = NodesModel::NodeOf(Now);
-                if (!Busy_ && Node && Node->Key != Current_) Select(std::wstring(Node->Key));
+                if (Busy_ || !Node || Node->Key == Current_) return;
+                // The view is still at work on the click: what it is told now it would overrule.
+                QMetaObject::invokeMethod(
+                    this, [this, Key = Node->Key] { Select(Key); }, Qt::QueuedConnection);
             });
+    // A click beside the nodes selects nothing: what is worked on stays marked.
+    connect(View_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        if (Busy_ || View_->selectionModel()->hasSelection()) return;
+        QMetaObject::invokeMethod(
+            this, [this] { MarkCurrent(); }, Qt::QueuedConnection);
+    });
 
     Search_ = new QLineEdit;
     Search_->setAccessibleName(tr("Cerca nell'albero"));
@@ -353,7 +363,7 @@ bool DesignWindow::Guarded(const std::function<bool()>& Body) {
 void DesignWindow::ShowTitle() {
     const TreeNode* const Root = Core_.Tree().Root();
     setWindowTitle(
-        tr("%1 - %2[*] - kvdesign")
+        tr("%1 - %2[*]")
             .arg(Root ? FromWide(Root->Text) : FromWide(Object_.Name()), FromWide(Object_.Clsid())));
     setWindowModified(Core_.Tree().Modified() || Editor_->HasChanges());
 }
@@ -387,6 +397,10 @@ bool DesignWindow::Display(std::wstring_view Key) {
         return Node && !IsLeafKey(Current_);
     }
     const QString Text = FromWide(Buffer);
+    if (Applied_) {
+        Editor_->Accept(Text);
+        return true;
+    }
     const std::wstring Section(SectionWord(Current_));
     QStringList Keywords = KeywordsIn(Text);
     for (const window::ValueWords& Row : Core_.Tree().Choices())
@@ -416,12 +430,11 @@ void DesignWindow::ShowSelected() {
     Display(Key);
 }
 
-void DesignWindow::AfterLoad() {
-    {
-        const QScopedValueRollback<bool> Quiet(Busy_, true);
+void DesignWindow::AfterLoad(const Places& Selected) {
+    if (const TreeNode* const Root = Core_.Tree().Root()) {
         View_->expand(Nodes_->index(0, 0));
+        Core_.Tree().SelectNode(Below(Root, Selected)->Key);
     }
-    if (const TreeNode* const Root = Core_.Tree().Root()) Core_.Tree().SelectNode(Root->Key);
     ShowSelected();
     UpdateOffers();
     ShowTitle();
@@ -429,19 +442,32 @@ void DesignWindow::AfterLoad() {
 
 // Runs what builds the whole tree anew.
 bool DesignWindow::Replaced(const std::function<bool()>& Operation) {
+    const std::vector<Places> Open = OpenBelow(Core_.Tree().Root());
+    const Places Selected = PlacesOf(CurrentNode());
     bool Failed = false;
     {
+        const Wait Waiting(On_.Platform());
         const QScopedValueRollback<bool> Quiet(Busy_, true);
         const NodesModel::Reloading While(*Nodes_);
         Failed = Operation();
     }
-    AfterLoad();
+    {
+        const QScopedValueRollback<bool> Quiet(Busy_, true);
+        OpenAgain(Core_.Tree().Root(), Open);
+    }
+    AfterLoad(Selected);
     return !Failed;
 }
 
-// The object in memory is what lies in the store.
-bool DesignWindow::LoadAnew() {
-    if (!Replaced([&] { return Core_.LoadData(); })) return false;
+// Loads what lies in the store. Where that fails the object stays as it was, and so does what it counts as
+// seen of the store: a later save must not go over what was never shown.
+bool DesignWindow::LoadAnew(host::RegistryObject::State Stored) {
+    host::RegistryObject::State Before{Object_.Read(), Object_.Revision()};
+    Object_.TakeOver(std::move(Stored));
+    if (!Replaced([&] { return Core_.LoadData(); })) {
+        Object_.TakeOver(std::move(Before));
+        return false;
+    }
     Core_.Tree().MarkModified(false);
     return true;
 }
@@ -451,6 +477,7 @@ DesignWindow::Leave DesignWindow::LeaveText() {
     QMessageBox Question(QMessageBox::Question, QStringLiteral("kvdesign"),
                          tr("Il testo della sezione \"%1\" non è stato applicato.").arg(Heading_->text()),
                          QMessageBox::NoButton, this);
+    Question.setTextFormat(Qt::PlainText);
     QPushButton* const Applying = Question.addButton(tr("&Applica"), QMessageBox::AcceptRole);
     QPushButton* const Dropping = Question.addButton(tr("&Scarta"), QMessageBox::DestructiveRole);
     Question.addButton(tr("Annulla"), QMessageBox::RejectRole);
@@ -462,6 +489,13 @@ DesignWindow::Leave DesignWindow::LeaveText() {
     return Leave::Dropped;
 }
 
+// The view marks the node that is worked on.
+void DesignWindow::MarkCurrent() {
+    const QScopedValueRollback<bool> Quiet(Busy_, true);
+    const QModelIndex Index = Nodes_->IndexOf(Current_);
+    View_->selectionModel()->setCurrentIndex(Index, QItemSelectionModel::ClearAndSelect);
+}
+
 bool DesignWindow::Select(std::wstring_view Key) {
     const std::wstring Wanted(Key);
     const bool Gone = Guarded([&] {
@@ -470,8 +504,7 @@ bool DesignWindow::Select(std::wstring_view Key) {
         return true;
     });
     if (!Gone) {
-        const QScopedValueRollback<bool> Quiet(Busy_, true);
-        View_->setCurrentIndex(Nodes_->IndexOf(Current_));
+        MarkCurrent();
         return false;
     }
     return Guarded([&] {
@@ -495,7 +528,9 @@ bool DesignWindow::Apply() {
             }
         }
         const int Cursor = Editor_->textCursor().position();
+        Applied_ = Core_.Tree().Selected() == Current_;
         ShowSelected();
+        Applied_ = false;
         QTextCursor Back = Editor_->textCursor();
         Back.setPosition(std::min(Cursor, Editor_->document()->characterCount() - 1));
         Editor_->setTextCursor(Back);
@@ -506,7 +541,10 @@ bool DesignWindow::Apply() {
 
 bool DesignWindow::Revert() {
     if (!Editor_->HasChanges()) return true;
-    return Guarded([&] { return Display(std::wstring(Current_)); });
+    return Guarded([&] {
+        Editor_->Revert();
+        return true;
+    });
 }
 
 // The tree.
@@ -546,9 +584,9 @@ bool DesignWindow::Ask(const QString& Text, std::int32_t Style) {
 }
 
 bool DesignWindow::DeleteElement() {
-    if (!CurrentOffers().Delete) return false;
+    if (!CurrentOffers().Delete || LeaveText() == Leave::Stay || !CurrentOffers().Delete) return false;
     const QString Caption = FromWide(CurrentNode()->Text);
-    if (!Ask(tr("Eliminare \"%1\"?").arg(Caption))) return false;
+    if (!Ask(tr("Eliminare \"%1\"?").arg(Caption), box::kDefaultSecond)) return false;
     return Structural([&] { return Core_.DeleteData(At(), false); });
 }
 
@@ -565,24 +603,23 @@ bool DesignWindow::DeleteAll() {
 bool DesignWindow::Move(std::int32_t Direction, int Steps) {
     if (!CurrentOffers().Move) return false;
     return Structural([&] {
-        std::vector<std::wstring> Open = OpenBelow(Current_);
-        const std::wstring Before = Current_;
+        const std::vector<Places> Open = OpenBelow(CurrentNode());
         for (int Step = 0; Step < Steps; ++Step) {
             std::wstring NewKey;
             if (Core_.MoveData(At(), Direction, NewKey)) return true;
             if (Core_.Tree().HasNode(NewKey)) Current_ = NewKey;
         }
-        std::replace(Open.begin(), Open.end(), Before, Current_);
         Core_.Tree().SelectNode(Current_);
-        OpenAgain(Open);
+        OpenAgain(CurrentNode(), Open);
         return false;
     });
 }
 
 // A place of the list that holds the node, as it was before the move.
 void DesignWindow::MoveTo(const QString& Key, int Place) {
-    const TreeNode* const Node = Core_.Tree().Find(ToWide(Key));
-    if (!Node || !Node->Parent || !Select(Node->Key)) return;
+    if (!Select(ToWide(Key))) return;
+    const TreeNode* const Node = CurrentNode();
+    if (!Node || !Node->Parent) return;
     const int Now = window::SiblingOrder<TreeNode>::PlaceOf(Node);
     if (Place < Now)
         Move(+1, Now - Place);
@@ -590,23 +627,46 @@ void DesignWindow::MoveTo(const QString& Key, int Place) {
         Move(-1, Place - 1 - Now);
 }
 
-std::vector<std::wstring> DesignWindow::OpenBelow(const std::wstring& Key) const {
-    std::vector<std::wstring> Open;
-    std::vector<const TreeNode*> Waiting{Core_.Tree().Find(Key)};
+// What is open at and below a node, each as the places that lead to it: keys are other ones when nodes are
+// built anew.
+std::vector<DesignWindow::Places> DesignWindow::OpenBelow(const TreeNode* Top) const {
+    std::vector<Places> Open;
+    std::vector<std::pair<const TreeNode*, Places>> Waiting{{Top, {}}};
     while (!Waiting.empty()) {
-        const TreeNode* const Node = Waiting.back();
+        const auto [Node, Where] = std::move(Waiting.back());
         Waiting.pop_back();
         if (!Node || !View_->isExpanded(Nodes_->IndexOf(Node->Key))) continue;
-        Open.push_back(Node->Key);
-        for (std::int32_t Place = 1; const TreeNode* const Child = Node->Children.At(Place); ++Place)
-            if (Child->Children.Count() > 0) Waiting.push_back(Child);
+        Open.push_back(Where);
+        for (std::int32_t Place = 1; const TreeNode* const Child = Node->Children.At(Place); ++Place) {
+            if (Child->Children.Count() == 0) continue;
+            Waiting.emplace_back(Child, Where);
+            Waiting.back().second.push_back(Place);
+        }
     }
     return Open;
 }
 
-void DesignWindow::OpenAgain(const std::vector<std::wstring>& Keys) {
-    for (const std::wstring& Key : Keys)
-        if (const QModelIndex Index = Nodes_->IndexOf(Key); Index.isValid()) View_->expand(Index);
+void DesignWindow::OpenAgain(const TreeNode* Top, const std::vector<Places>& Open) {
+    for (const Places& Where : Open)
+        if (const TreeNode* const Node = Below(Top, Where); Node && Node->Children.Count() > 0)
+            View_->expand(Nodes_->IndexOf(Node->Key));
+}
+
+// The node to which the places lead, or the last one on the way that is there.
+const TreeNode* DesignWindow::Below(const TreeNode* Top, const Places& Where) {
+    for (const std::int32_t Place : Where) {
+        const TreeNode* const Child = Top ? Top->Children.At(Place) : nullptr;
+        if (!Child) break;
+        Top = Child;
+    }
+    return Top;
+}
+
+DesignWindow::Places DesignWindow::PlacesOf(const TreeNode* Node) {
+    Places Where;
+    for (; Node && Node->Parent; Node = Node->Parent)
+        Where.insert(Where.begin(), window::SiblingOrder<TreeNode>::PlaceOf(Node));
+    return Where;
 }
 
 bool DesignWindow::FindNext() {
@@ -654,6 +714,10 @@ bool DesignWindow::Copy() {
         Editor_->copy();
         return true;
     }
+    if (Search_->hasFocus()) {
+        Search_->copy();
+        return true;
+    }
     return Guarded([&] {
         std::wstring ClassWord;
         if (LeaveText() == Leave::Stay || Core_.CopyData(At(), false, ClassWord)) return false;
@@ -664,17 +728,35 @@ bool DesignWindow::Copy() {
     });
 }
 
+// The clipboard knows whole objects: with an element that is cut goes a copy of the object that it stood in.
 bool DesignWindow::Cut() {
     if (Editor_->hasFocus()) {
         Editor_->cut();
         return true;
     }
-    return Copy() && DeleteElement();
+    if (Search_->hasFocus()) {
+        Search_->cut();
+        return true;
+    }
+    if (!CurrentOffers().Delete || LeaveText() == Leave::Stay || !CurrentOffers().Delete) return false;
+    const QString Question = tr("Negli appunti va l'intero oggetto. Copiarlo ed eliminare \"%1\"?")
+                                 .arg(FromWide(CurrentNode()->Text));
+    if (!Ask(Question, box::kDefaultSecond)) return false;
+    return Structural([&] {
+        const std::shared_ptr<RegData> Before = Core_.Clipboard().DataObj;
+        std::wstring ClassWord;
+        if (Core_.CopyData(At(), false, ClassWord) || Core_.Clipboard().DataObj == Before) return true;
+        return Core_.DeleteData(At(), false);
+    });
 }
 
 bool DesignWindow::Paste() {
     if (Editor_->hasFocus()) {
         Editor_->paste();
+        return true;
+    }
+    if (Search_->hasFocus()) {
+        Search_->paste();
         return true;
     }
     if (Core_.Tree().Modified() &&
@@ -700,18 +782,22 @@ void DesignWindow::RunTool(const std::wstring& Word) {
     });
 }
 
+std::vector<SectionChange> DesignWindow::ChangesSince(const host::RegistryObject::State& Stored) {
+    const Wait Waiting(On_.Platform());
+    return Compare(TextsOf(Object_.Clsid(), Stored.Content), TextsOf(Core_));
+}
+
 // Another program may have saved the object. False: the save is called off, or (`Saved`) not needed any more.
 bool DesignWindow::SettleOvertaken(bool& Saved) {
     std::optional<host::RegistryObject::State> Stored = Object_.Stored();
     if (!Stored || Stored->Revision == Object_.Revision()) return true;  // what else is wrong the save tells
-    const auto Changes = Compare(TextsOf(Object_.Clsid(), Stored->Content), TextsOf(Core_));
-    switch (ChangesDialog::AskOvertaken(Changes, this)) {
+    switch (ChangesDialog::AskOvertaken(ChangesSince(*Stored), this)) {
         case Overtaken::Keep:
             Object_.Outrank(*Stored);
             return true;
         case Overtaken::TakeOver:
-            Object_.TakeOver(std::move(*Stored));
-            Saved = LoadAnew();
+            Saved = LoadAnew(std::move(*Stored));
+            if (Saved) Tell(tr("La versione salvata ha preso il posto della propria."), false);
             return false;
         case Overtaken::Cancel:
             break;
@@ -740,8 +826,7 @@ bool DesignWindow::Reload() {
             Tell(tr("L'oggetto non è più nell'archivio."), true);
             return false;
         }
-        Object_.TakeOver(std::move(*Stored));
-        return LoadAnew();
+        return LoadAnew(std::move(*Stored));
     });
 }
 
@@ -753,9 +838,7 @@ bool DesignWindow::ShowChanges() {
             Tell(tr("L'oggetto non è più nell'archivio."), true);
             return false;
         }
-        ChangesDialog(tr("Modifiche non salvate"),
-                      Compare(TextsOf(Object_.Clsid(), Stored->Content), TextsOf(Core_)), this)
-            .exec();
+        ChangesDialog(tr("Modifiche non salvate"), ChangesSince(*Stored), this).exec();
         return true;
     });
 }

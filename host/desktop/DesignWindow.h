@@ -9,6 +9,7 @@
 #include "frame/Failure.h"
 #include "host/KvRegSvr.h"
 #include "host/desktop/Desk.h"
+#include "host/desktop/ObjectTexts.h"
 #include "window/Offers.h"
 #include "window/WindowCore.h"
 
@@ -83,6 +84,7 @@ class DesignWindow final : public QMainWindow {
     void closeEvent(QCloseEvent* Event) override;
 
   private:
+    using Places = std::vector<std::int32_t>;  // 1-based, from below the topmost node down
     enum class Leave { Applied, Dropped, Stay };
 
     void MakeActions();
@@ -94,7 +96,8 @@ class DesignWindow final : public QMainWindow {
     bool Guarded(const std::function<bool()>& Body);
     bool Structural(const std::function<bool()>& Operation);
     bool Replaced(const std::function<bool()>& Operation);
-    bool LoadAnew();
+    bool LoadAnew(host::RegistryObject::State Stored);
+    std::vector<SectionChange> ChangesSince(const host::RegistryObject::State& Stored);
     bool Move(std::int32_t Direction, int Steps);
     void MoveTo(const QString& Key, int Place);
     bool Display(std::wstring_view Key);
@@ -109,9 +112,12 @@ class DesignWindow final : public QMainWindow {
     window::Selection At() const;
     const window::TreeNode* CurrentNode() const;
     window::Offers CurrentOffers() const;
-    std::vector<std::wstring> OpenBelow(const std::wstring& Key) const;
-    void OpenAgain(const std::vector<std::wstring>& Keys);
-    void AfterLoad();
+    std::vector<Places> OpenBelow(const window::TreeNode* Top) const;
+    void OpenAgain(const window::TreeNode* Top, const std::vector<Places>& Open);
+    static const window::TreeNode* Below(const window::TreeNode* Top, const Places& Where);
+    static Places PlacesOf(const window::TreeNode* Node);
+    void AfterLoad(const Places& Selected);
+    void MarkCurrent();
     void TreeMenu(const QPoint& Where);
 
     Desk& On_;
@@ -129,6 +135,7 @@ class DesignWindow final : public QMainWindow {
     std::wstring Current_;
     int FaultLine_ = 0;
     bool Faulty_ = false;
+    bool Applied_ = false;  // the text shown again is what has just been applied
     bool Busy_ = false;  // the tree changes under the view: what it selects meanwhile is not the operator's
 };
 

@@ -38,4 +38,16 @@ class QtPlatform final : public host::HostPlatform {
     bool Waiting_ = false;
 };
 
+/// The wait pointer, for as long as it lives.
+class Wait {
+  public:
+    explicit Wait(kv::Platform& Door) : Door_(Door) { Door_.SetPointer(kPointerWait); }
+    Wait(const Wait&) = delete;
+    Wait& operator=(const Wait&) = delete;
+    ~Wait() { Door_.SetPointer(kPointerDefault); }
+
+  private:
+    kv::Platform& Door_;
+};
+
 }  // namespace kv::desktop

@@ -170,6 +170,29 @@ void SectionEditor::SetText(const QString& Text, SectionWords Words, bool ReadOn
     if (std::exchange(Changed_, false)) Q_EMIT ChangesChanged(false);
 }
 
+void SectionEditor::Replace(const QString& Raw) {
+    if (document()->toRawText() == Raw) return;
+    QTextCursor All(document());
+    All.select(QTextCursor::Document);
+    All.insertText(Raw);
+}
+
+void SectionEditor::Revert() {
+    ClosePopup();
+    Replace(Shown_);
+}
+
+void SectionEditor::Accept(const QString& Text) {
+    ClosePopup();
+    QTextDocument Other;
+    Other.setPlainText(Text);
+    Replace(Other.toRawText());
+    MarkFault(0);
+    Given_ = Text;
+    Shown_ = document()->toRawText();
+    if (std::exchange(Changed_, false)) Q_EMIT ChangesChanged(false);
+}
+
 QString SectionEditor::SectionText() const {
     if (!Changed_) return Given_;
     // Not toPlainText, which makes blanks of those that do not break.

@@ -24,6 +24,10 @@ class SectionEditor final : public QPlainTextEdit {
     /// Another section: its text (lines end with CR LF or LF), which has no changes and no history of undo,
     /// and its words. The cursor stands at the front.
     void ShowSection(const QString& Text, SectionWords Words);
+    /// Back to the text that ShowSection or Accept was given; undo brings back what was typed.
+    void Revert();
+    /// The text of the same section as it was taken in: it has no changes now, and its history of undo stays.
+    void Accept(const QString& Text);
     /// Nothing to edit: an empty text that cannot be written to.
     void ShowNothing();
     /// The text as sections are parsed: lines end with CR LF. While there are no changes it is what
@@ -67,6 +71,7 @@ class SectionEditor final : public QPlainTextEdit {
     friend class LineNumbers;
     struct Place;
 
+    void Replace(const QString& Raw);
     void SetText(const QString& Text, SectionWords Words, bool ReadOnly);
     void TextChanged();
     void MarkLines();

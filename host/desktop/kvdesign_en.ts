@@ -663,10 +663,6 @@ Design of the configuration objects of a bibliographic store.</translation>
         <translation>Line %1: %2</translation>
     </message>
     <message>
-        <source>%1 - %2[*] - kvdesign</source>
-        <translation>%1 - %2[*] - kvdesign</translation>
-    </message>
-    <message>
         <source>Il testo della sezione &quot;%1&quot; non è stato applicato.</source>
         <translation>The text of the section &quot;%1&quot; has not been applied.</translation>
     </message>
@@ -733,6 +729,18 @@ Design of the configuration objects of a bibliographic store.</translation>
     <message>
         <source>Salvare le modifiche all&apos;oggetto &quot;%1&quot;?</source>
         <translation>Save the changes to the object &quot;%1&quot;?</translation>
+    </message>
+    <message>
+        <source>%1 - %2[*]</source>
+        <translation>%1 - %2[*]</translation>
+    </message>
+    <message>
+        <source>Negli appunti va l&apos;intero oggetto. Copiarlo ed eliminare &quot;%1&quot;?</source>
+        <translation>The clipboard takes the whole object. Copy it and delete &quot;%1&quot;?</translation>
+    </message>
+    <message>
+        <source>La versione salvata ha preso il posto della propria.</source>
+        <translation>The saved version has taken the place of yours.</translation>
     </message>
 </context>
 <context>

@@ -199,6 +199,7 @@ TEST_F(DesignWindowTest, TextThatIsNotAppliedIsAskedAboutBeforeItIsLeft) {
             Operator Person;
             Answers(Person, QStringLiteral("non è stato applicato"), QStringLiteral("Annulla"));
             On.Window.Tree()->setCurrentIndex(On.Window.Tree()->model()->index(0, 0));
+            QCoreApplication::processEvents();
             const auto& Model = dynamic_cast<const NodesModel&>(*On.Window.Tree()->model());
             EXPECT_EQ(On.Window.Tree()->currentIndex(), Model.IndexOf(First));
         }
@@ -220,7 +221,101 @@ TEST_F(DesignWindowTest, TextThatIsNotAppliedIsAskedAboutBeforeItIsLeft) {
     });
 }
 
+TEST_F(DesignWindowTest, AppliedAndRevertedTextCanBeUndone) {
+    InWindow(L"FILTER", L"DISPONIBILI", [](const Shown& On) {
+        On.Leaf(L"PARMS");
+        const QString Before = On.Editor().SectionText();
+        On.Editor().moveCursor(QTextCursor::Start);
+        QTest::keyClicks(&On.Editor(), "'nota");
+        QTest::keyClick(&On.Editor(), Qt::Key_Return);
+        const QString Typed = On.Editor().SectionText();
+        On.Do("revert");
+        EXPECT_EQ(On.Editor().SectionText(), Before);
+        EXPECT_FALSE(On.Editor().HasChanges());
+        On.Editor().undo();
+        EXPECT_EQ(On.Editor().SectionText(), Typed);
+        EXPECT_TRUE(On.Editor().HasChanges());
+        On.Do("apply");
+        EXPECT_FALSE(On.Editor().HasChanges());
+        EXPECT_EQ(On.Editor().SectionText(), Before) << "comments are not kept";
+        On.Editor().undo();
+        EXPECT_EQ(On.Editor().SectionText(), Typed);
+        EXPECT_TRUE(On.Editor().HasChanges());
+    });
+}
+
 // The tree.
+
+TEST_F(DesignWindowTest, TheNodeThatIsMarkedIsTheOneThatIsWorkedOn) {
+    InWindow(L"SORT", L"ITALIANO", [](const Shown& On) {
+        QTreeView& View = *On.Window.Tree();
+        View.expandAll();
+        const std::wstring First = On.Leaf(L"PARMS", 1);
+        const auto Click = [&](const QPoint& Where) {
+            QTest::mouseClick(View.viewport(), Qt::LeftButton, {}, Where);
+            QCoreApplication::processEvents();
+        };
+        const auto Marked = [&] {
+            const QModelIndexList All = View.selectionModel()->selectedIndexes();
+            return All.size() == 1 && All.front() == View.currentIndex()
+                       ? ToWide(All.front().data(NodesModel::kKeyRole).toString())
+                       : std::wstring(L"none");
+        };
+        const QRect Root = View.visualRect(View.model()->index(0, 0));
+        On.Type(QStringLiteral("=SBAGLIATO"));
+        for (const char* const Answer : {"Annulla", "Applica"}) {
+            Operator Person;
+            Answers(Person, QStringLiteral("non è stato applicato"), QString::fromLatin1(Answer));
+            Click(Root.center());
+            EXPECT_EQ(On.Window.Current(), First) << Answer;
+            EXPECT_EQ(Marked(), First) << Answer;
+        }
+        On.Do("revert");
+        Click(Root.center());
+        EXPECT_EQ(On.Window.Current(), kRootKey);
+        EXPECT_EQ(Marked(), kRootKey);
+        Click({Root.center().x(), View.viewport()->height() - 2});  // below the nodes
+        EXPECT_EQ(On.Window.Current(), kRootKey);
+        EXPECT_EQ(Marked(), kRootKey);
+    });
+}
+
+TEST_F(DesignWindowTest, WhatIsOpenBelowAMovedElementStaysOpen) {
+    InWindow(L"MENU", L"PRINCIPALE", [](const Shown& On) {
+        QTreeView& View = *On.Window.Tree();
+        View.expandAll();
+        ASSERT_TRUE(On.Window.Select(Folder(On, L"COMMANDS").Children.At(1)->Key));
+        On.Do("moveDown");
+        const QModelIndex Moved = View.currentIndex();
+        EXPECT_EQ(Moved.row(), 1);
+        EXPECT_TRUE(View.isExpanded(Moved));
+        ASSERT_GT(View.model()->rowCount(Moved), 1);
+        for (int Row = 0; Row < View.model()->rowCount(Moved); ++Row)
+            EXPECT_TRUE(View.isExpanded(View.model()->index(Row, 0, Moved))) << Row;
+    });
+}
+
+TEST_F(DesignWindowTest, CuttingAnElementSaysThatTheWholeObjectGoesAlong) {
+    InWindow(L"MENU", L"PRINCIPALE", [](const Shown& On) {
+        On.Window.Tree()->setFocus();
+        const int Before = Folder(On, L"COMMANDS").Children.Count();
+        ASSERT_TRUE(On.Window.Select(Folder(On, L"COMMANDS").Children.At(1)->Key));
+        {
+            Operator Person;
+            Person.In<QMessageBox>([](QMessageBox& Box) {
+                EXPECT_TRUE(Box.text().startsWith(QStringLiteral("Negli appunti va l'intero oggetto.")));
+                QTest::keyClick(&Box, Qt::Key_Return);  // No
+            });
+            On.Do("cut");
+        }
+        EXPECT_EQ(Folder(On, L"COMMANDS").Children.Count(), Before);
+        Operator Person;
+        Answers(Person, QStringLiteral("Negli appunti va l'intero oggetto."), QStringLiteral("Sì"));
+        On.Do("cut");
+        EXPECT_EQ(Folder(On, L"COMMANDS").Children.Count(), Before - 1);
+        EXPECT_EQ(On.Core.Clipboard().ClassWord, L"MENU");
+    });
+}
 
 TEST_F(DesignWindowTest, OnlyWhatTheKindAllowsIsOffered) {
     InWindow(L"TABLE", L"NOTIZIE", [](const Shown& On) {

@@ -548,8 +548,9 @@ TEST_F(FailureRoad, TrimEndTakesTheGivenCharactersOffTheEnd) {
 }
 
 TEST_F(FailureRoad, FoldersComeClosedByASeparator) {
-    EXPECT_EQ(Core.ProgramFolder(), Platform.Folder.wstring() + L"/");
-    EXPECT_EQ(Core.TempFolder(), Platform.Folder.wstring() + L"/");
+    const auto Separator = static_cast<wchar_t>(std::filesystem::path::preferred_separator);
+    EXPECT_EQ(Core.ProgramFolder(), Platform.Folder.wstring() + Separator);
+    EXPECT_EQ(Core.TempFolder(), Platform.Folder.wstring() + Separator);
     Platform.Folder += "/";
     EXPECT_EQ(Core.ProgramFolder(), Platform.Folder.wstring());
 }

@@ -181,6 +181,14 @@ TEST_F(OpensFiles, NamesMayHoldAnyLetter) {
     EXPECT_EQ(Number.Read(1), "x");
 }
 
+TEST_F(OpensFiles, ACharacterOfTwoHalvesIsOneLetterOfAName) {
+    const std::wstring Halves{static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xDCD6)};
+    WriteFile(Platform.Folder / std::u8string(u8"libro \U0001F4D6.dat"), "x");
+    EXPECT_TRUE(CoreUtil::Instance().FileExists(Platform.Folder.wstring() + L"/libro " + Halves + L".dat"));
+    EXPECT_FALSE(CoreUtil::Instance().FileExists(Platform.Folder.wstring() + L"/libro " +
+                                                 Halves.substr(0, 1) + L".dat"));
+}
+
 TEST_F(OpensFiles, ClosingSetsItToNothing) {
     FileNumber Number;
     CloseFile(Number);

@@ -71,8 +71,16 @@ void WriteFile(const std::filesystem::path& Path, std::string_view Bytes) {
 
 std::string Narrow(std::wstring_view Text) {
     std::string Out;
-    for (const wchar_t C : Text) {
-        const auto Code = static_cast<std::uint32_t>(C);
+    for (std::size_t At = 0; At < Text.size(); ++At) {
+        auto Code = static_cast<std::uint32_t>(Text[At]);
+        // Two 16-bit halves are one character; a half alone is shown as if it were one.
+        if (Code >= 0xD800 && Code <= 0xDBFF && At + 1 < Text.size()) {
+            const auto Second = static_cast<std::uint32_t>(Text[At + 1]);
+            if (Second >= 0xDC00 && Second <= 0xDFFF) {
+                Code = 0x10000 + ((Code & 0x3FFU) << 10U) + (Second & 0x3FFU);
+                ++At;
+            }
+        }
         if (Code < 0x80) {
             Out.push_back(static_cast<char>(Code));
         } else if (Code < 0x800) {
