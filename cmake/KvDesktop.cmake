@@ -6,6 +6,9 @@ file(GLOB kv_desktop_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/host/deskt
 file(GLOB kv_desktop_main CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/host/desktop/main.cpp")
 list(REMOVE_ITEM kv_desktop_sources ${kv_desktop_main})
 
+if(NOT kv_desktop_sources)
+  return()
+endif()
 if(NOT KVDESIGN_DESKTOP)
   message(STATUS "Desktop window: left out (KVDESIGN_DESKTOP is off)")
   return()

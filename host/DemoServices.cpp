@@ -22,9 +22,9 @@ DemoObject Aliases(std::wstring_view Name, std::wstring_view Desc, const DemoTex
     std::int32_t At = 0;
     for (const auto& [Alias, Object] : All) {
         Made.Element(L"FIELDS");
-        Made.Section(L"FIELDS", {++At}, [&](LineWriter& Out) {
-            Out.Quoted(L"NAME=", Alias);
-            Out.Quoted(L"TEXT=", Object);
+        Made.Section(L"FIELDS", {++At}, [&, &Called = Alias, &StandsFor = Object](LineWriter& Out) {
+            Out.Quoted(L"NAME=", Called);
+            Out.Quoted(L"TEXT=", StandsFor);
         });
     }
     return Made.Take();

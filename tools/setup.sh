@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
-# tools/setup.sh build|test: installs what is missing to build, or to build and test, with apt.
+# tools/setup.sh build|test|windows: installs with apt what is missing to build, to build and test, or to build and
+# test the component for Windows.
 # Says nothing and touches nothing where everything is there already.
 set -euo pipefail
 
-usage="usage: tools/setup.sh build|test"
+usage="usage: tools/setup.sh build|test|windows"
 purpose=${1:?$usage}
-case $purpose in build | test) ;; *) echo "$usage" >&2; exit 2 ;; esac
+case $purpose in build | test | windows) ;; *) echo "$usage" >&2; exit 2 ;; esac
 
 # What shows that a thing is there (a command, a header or a file), and the package that brings it.
 needed=(
@@ -34,6 +35,19 @@ if [ "$purpose" = test ]; then
         /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf fonts-dejavu-core
     )
     left_out="the desktop window, its English or its tests are left out"
+    needed+=(
+        gtest/gtest.h libgtest-dev
+        gmock/gmock.h libgmock-dev
+        benchmark/benchmark.h libbenchmark-dev
+        clang++ clang
+        '/usr/lib/llvm-*/lib/clang/*/lib/linux/libclang_rt.asan-*.a' libclang-rt-dev
+        clang-format clang-format
+        clang-tidy clang-tidy
+        run-clang-tidy clang-tidy
+    )
+fi
+
+if [ "$purpose" = windows ]; then
     windows=(
         x86_64-w64-mingw32-g++-posix g++-mingw-w64-x86-64-posix
         x86_64-w64-mingw32-widl mingw-w64-tools
@@ -41,14 +55,6 @@ if [ "$purpose" = test ]; then
         wineserver wine64
         '/usr/lib/*/wine/x86_64-windows/stdole2.tlb' libwine
         /usr/src/googletest/CMakeLists.txt googletest
-    )
-    needed+=(
-        gtest/gtest.h libgtest-dev
-        gmock/gmock.h libgmock-dev
-        benchmark/benchmark.h libbenchmark-dev
-        clang-format clang-format
-        clang-tidy clang-tidy
-        run-clang-tidy clang-tidy
     )
 fi
 
