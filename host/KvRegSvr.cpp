@@ -383,6 +383,7 @@ void RegistryObject::TakeOver(State On) {
 }
 
 void RegistryObject::Outrank(const State& On) {
+    Content_.Id = On.Content.Id;
     StoredName_ = On.Content.Name;
     Revision_ = On.Revision;
 }

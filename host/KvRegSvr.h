@@ -101,6 +101,7 @@ class RegistryObject final : public RegData {
     /// After a save of another program: its state takes the place of the one in memory.
     void TakeOver(State On);
     /// After a save of another program: what is in memory stays, and the next Write goes over that state.
+    /// Where another program has deleted the object, the state is that of one made anew for it.
     void Outrank(const State& On);
 
     /// The revision in memory: 1 for a new object, one more after each save.

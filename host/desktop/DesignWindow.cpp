@@ -787,10 +787,24 @@ std::vector<SectionChange> DesignWindow::ChangesSince(const host::RegistryObject
     return Compare(TextsOf(Object_.Clsid(), Stored.Content), TextsOf(Core_));
 }
 
+// Another program has deleted the object.
+bool DesignWindow::MadeAnew() {
+    if (!Ask(tr("L'oggetto \"%1\" è stato eliminato da un altro programma. Ricrearlo con le proprie "
+                "modifiche?")
+                 .arg(FromWide(Object_.Name()))))
+        return false;
+    host::KvRegSvr& Registry = On_.Registry();
+    Registry.Create(Object_.Clsid(), Object_.Name(), Object_.Read().Desc);
+    const auto Fresh = Registry.Open(Object_.Clsid(), Object_.Name());
+    Object_.Outrank({Fresh->Read(), Fresh->Revision()});
+    return true;
+}
+
 // Another program may have saved the object. False: the save is called off, or (`Saved`) not needed any more.
 bool DesignWindow::SettleOvertaken(bool& Saved) {
     std::optional<host::RegistryObject::State> Stored = Object_.Stored();
-    if (!Stored || Stored->Revision == Object_.Revision()) return true;  // what else is wrong the save tells
+    if (!Stored) return MadeAnew();
+    if (Stored->Revision == Object_.Revision()) return true;
     switch (ChangesDialog::AskOvertaken(ChangesSince(*Stored), this)) {
         case Overtaken::Keep:
             Object_.Outrank(*Stored);

@@ -109,6 +109,7 @@ class DesignWindow final : public QMainWindow {
     bool Ask(const QString& Text, std::int32_t Style = 0);
     Leave LeaveText();
     bool SettleOvertaken(bool& Saved);
+    bool MadeAnew();
     window::Selection At() const;
     const window::TreeNode* CurrentNode() const;
     window::Offers CurrentOffers() const;

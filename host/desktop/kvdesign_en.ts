@@ -742,6 +742,10 @@ Design of the configuration objects of a bibliographic store.</translation>
         <source>La versione salvata ha preso il posto della propria.</source>
         <translation>The saved version has taken the place of yours.</translation>
     </message>
+    <message>
+        <source>L&apos;oggetto &quot;%1&quot; è stato eliminato da un altro programma. Ricrearlo con le proprie modifiche?</source>
+        <translation>The object &quot;%1&quot; has been deleted by another program. Make it anew with your changes?</translation>
+    </message>
 </context>
 <context>
     <name>kv::desktop::ObjectDialog</name>

@@ -727,11 +727,32 @@ TEST_F(DesignWindowTest, AnObjectDeletedElsewhereKeepsItsEdits) {
         On.Type(On.Editor().SectionText() + QStringLiteral("'nota\r\n"));
         On.Do("apply");
         OnDesk.Registry().Delete(L"FILTER", L"DISPONIBILI");
-        On.Do("save");
-        EXPECT_TRUE(On.Window.Message().contains(QStringLiteral("è stato eliminato da un altro programma")));
-        EXPECT_TRUE(On.Core.Tree().Modified());
         On.Do("changes");
         EXPECT_EQ(On.Window.Message(), QStringLiteral("L'oggetto non è più nell'archivio."));
+        {
+            Operator Person;
+            Answers(Person, QStringLiteral("è stato eliminato da un altro programma. Ricrearlo"),
+                    QStringLiteral("No"));
+            On.Do("save");
+        }
+        EXPECT_TRUE(On.Core.Tree().Modified());
+        const QString Text = On.Editor().SectionText();
+        {
+            Operator Person;
+            Answers(Person, QStringLiteral("è stato eliminato da un altro programma. Ricrearlo"),
+                    QStringLiteral("Sì"));
+            On.Do("save");
+        }
+        EXPECT_FALSE(On.Core.Tree().Modified()) << qPrintable(On.Window.Message());
+        On.Type(Text.section(QStringLiteral("'["), 0, 0)
+                    .replace(QStringLiteral("AUTOMATIC= FALSE"), QStringLiteral("AUTOMATIC= TRUE")));
+        On.Do("apply");
+        On.Do("save");
+        EXPECT_FALSE(On.Core.Tree().Modified()) << "and goes on as any other";
+    });
+    InWindow(L"FILTER", L"DISPONIBILI", [](const Shown& On) {
+        On.Leaf(L"PARMS");
+        EXPECT_TRUE(On.Editor().SectionText().contains(QStringLiteral("AUTOMATIC= TRUE")));
     });
 }
 
