@@ -709,15 +709,20 @@ void DesignWindow::TreeMenu(const QPoint& Where) {
 
 // The clipboard: the text's while the text is being written, else that of the objects.
 
+// What is done to the text that is being written, if one is; else it is meant for the object.
+template <class Work>
+bool DesignWindow::InText(Work&& Do) {
+    if (Editor_->hasFocus())
+        Do(*Editor_);
+    else if (Search_->hasFocus())
+        Do(*Search_);
+    else
+        return false;
+    return true;
+}
+
 bool DesignWindow::Copy() {
-    if (Editor_->hasFocus()) {
-        Editor_->copy();
-        return true;
-    }
-    if (Search_->hasFocus()) {
-        Search_->copy();
-        return true;
-    }
+    if (InText([](auto& Text) { Text.copy(); })) return true;
     return Guarded([&] {
         std::wstring ClassWord;
         if (LeaveText() == Leave::Stay || Core_.CopyData(At(), false, ClassWord)) return false;
@@ -730,14 +735,7 @@ bool DesignWindow::Copy() {
 
 // The clipboard knows whole objects: with an element that is cut goes a copy of the object that it stood in.
 bool DesignWindow::Cut() {
-    if (Editor_->hasFocus()) {
-        Editor_->cut();
-        return true;
-    }
-    if (Search_->hasFocus()) {
-        Search_->cut();
-        return true;
-    }
+    if (InText([](auto& Text) { Text.cut(); })) return true;
     if (!CurrentOffers().Delete || LeaveText() == Leave::Stay || !CurrentOffers().Delete) return false;
     const QString Question = tr("Negli appunti va l'intero oggetto. Copiarlo ed eliminare \"%1\"?")
                                  .arg(FromWide(CurrentNode()->Text));
@@ -751,14 +749,7 @@ bool DesignWindow::Cut() {
 }
 
 bool DesignWindow::Paste() {
-    if (Editor_->hasFocus()) {
-        Editor_->paste();
-        return true;
-    }
-    if (Search_->hasFocus()) {
-        Search_->paste();
-        return true;
-    }
+    if (InText([](auto& Text) { Text.paste(); })) return true;
     if (Core_.Tree().Modified() &&
         !Ask(tr("L'oggetto ha modifiche non salvate, che andranno perse. Incollare?"), box::kDefaultSecond))
         return false;

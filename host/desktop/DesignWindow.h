@@ -110,6 +110,8 @@ class DesignWindow final : public QMainWindow {
     Leave LeaveText();
     bool SettleOvertaken(bool& Saved);
     bool MadeAnew();
+    template <class Work>
+    bool InText(Work&& Do);
     window::Selection At() const;
     const window::TreeNode* CurrentNode() const;
     window::Offers CurrentOffers() const;

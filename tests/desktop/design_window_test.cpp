@@ -580,7 +580,11 @@ TEST_F(DesignWindowTest, FieldsAreMappedFromACopiedTableAfterTheQuestions) {
 
 TEST_F(DesignWindowTest, PropertiesBeepAndChangeNothing) {
     InWindow(L"TABLE", L"NOTIZIE", [](const Shown& On) {
-        On.Do("properties");
+        On.Leaf(L"PARMS");
+        const QString Text = On.Editor().SectionText();
+        EXPECT_TRUE(On.Window.ShowProperties()) << qPrintable(On.Window.Message());
+        EXPECT_EQ(On.Window.Message(), QString());
+        EXPECT_EQ(On.Editor().SectionText(), Text);
         EXPECT_FALSE(On.Core.Tree().Modified());
     });
 }
