@@ -11,7 +11,7 @@ struct AliasRecord final : Stored<AliasRecord> {
 
     ParmList<ParmItem> Fields;  // Name, and as Text what it stands for; ascending by Name
 
-    static constexpr auto Properties() { return std::tuple{List(L"Fields", &AliasRecord::Fields)}; }
+    static constexpr auto Properties(auto With) { return With(List(L"Fields", &AliasRecord::Fields)); }
 };
 
 }  // namespace kv

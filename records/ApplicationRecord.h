@@ -95,37 +95,24 @@ struct ApplicationRecord final : Stored<ApplicationRecord> {
     MessageListRecord Messages;
     ParmList<FontRecord> TitleFonts;
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = ApplicationRecord;
-        return std::tuple{Parameter(L"Retrieval", &R::Retrieval),
-                          Parameter(L"Language", &R::Language),
-                          Parameter(L"Help", &R::Help),
-                          Parameter(L"HelpWww", &R::HelpWww),
-                          Parameter(L"StartAction", &R::StartAction),
-                          Parameter(L"StartObject", &R::StartObject),
-                          Parameter(L"StartupMode", &R::StartupMode),
-                          Parameter(L"AllowShutdown", &R::AllowShutdown),
-                          Parameter(L"IdleAction", &R::IdleAction),
-                          Parameter(L"IdleTime", &R::IdleTime),
-                          Parameter(L"Password", &R::Password),
-                          Parameter(L"MsieFlags", &R::MsieFlags),
-                          Parameter(L"RemoteDb", &R::RemoteDb),
-                          Parameter(L"LoanEnable", &R::LoanEnable),
-                          Parameter(L"LoanPath", &R::LoanPath),
-                          Parameter(L"Format", &R::Format),
-                          Parameter(L"PrinterFlags", &R::PrinterFlags),
-                          Parameter(L"PrnMaxItems", &R::PrnMaxItems),
-                          Parameter(L"PrnMaxRecs", &R::PrnMaxRecs),
-                          Parameter(L"FileFlags", &R::FileFlags),
-                          Parameter(L"FileMaxItems", &R::FileMaxItems),
-                          Parameter(L"FileMaxRecs", &R::FileMaxRecs),
-                          Parameter(L"OutputUserLog", &R::OutputUserLog),
-                          Parameter(L"LogFile", &R::LogFile),
-                          Parameter(L"MirrorOf", &R::MirrorOf),
-                          List(L"FormFonts", &R::FormFonts),
-                          List(L"MessageFonts", &R::MessageFonts),
-                          List(L"Messages", &R::Messages),
-                          List(L"TitleFonts", &R::TitleFonts)};
+        return With(Parameter(L"Retrieval", &R::Retrieval), Parameter(L"Language", &R::Language),
+                    Parameter(L"Help", &R::Help), Parameter(L"HelpWww", &R::HelpWww),
+                    Parameter(L"StartAction", &R::StartAction), Parameter(L"StartObject", &R::StartObject),
+                    Parameter(L"StartupMode", &R::StartupMode),
+                    Parameter(L"AllowShutdown", &R::AllowShutdown), Parameter(L"IdleAction", &R::IdleAction),
+                    Parameter(L"IdleTime", &R::IdleTime), Parameter(L"Password", &R::Password),
+                    Parameter(L"MsieFlags", &R::MsieFlags), Parameter(L"RemoteDb", &R::RemoteDb),
+                    Parameter(L"LoanEnable", &R::LoanEnable), Parameter(L"LoanPath", &R::LoanPath),
+                    Parameter(L"Format", &R::Format), Parameter(L"PrinterFlags", &R::PrinterFlags),
+                    Parameter(L"PrnMaxItems", &R::PrnMaxItems), Parameter(L"PrnMaxRecs", &R::PrnMaxRecs),
+                    Parameter(L"FileFlags", &R::FileFlags), Parameter(L"FileMaxItems", &R::FileMaxItems),
+                    Parameter(L"FileMaxRecs", &R::FileMaxRecs),
+                    Parameter(L"OutputUserLog", &R::OutputUserLog), Parameter(L"LogFile", &R::LogFile),
+                    Parameter(L"MirrorOf", &R::MirrorOf), List(L"FormFonts", &R::FormFonts),
+                    List(L"MessageFonts", &R::MessageFonts), List(L"Messages", &R::Messages),
+                    List(L"TitleFonts", &R::TitleFonts));
     }
 };
 

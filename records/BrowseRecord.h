@@ -77,47 +77,27 @@ struct BrowseRecord final : Stored<BrowseRecord> {
     ParmList<HtmlRecord> Html;
     ParmList<ParmItem> Titles;
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = BrowseRecord;
-        return std::tuple{Parameter(L"Table", &R::Table),
-                          Parameter(L"Profile", &R::Profile),
-                          Parameter(L"Help", &R::Help),
-                          Parameter(L"HelpWww", &R::HelpWww),
-                          Parameter(L"Stem", &R::Stem),
-                          Parameter(L"Tips", &R::Tips),
-                          Parameter(L"TipsWidth", &R::TipsWidth),
-                          Parameter(L"Rows", &R::Rows),
-                          Parameter(L"Icons", &R::Icons),
-                          Parameter(L"Action", &R::Action),
-                          Parameter(L"UseCooked", &R::UseCooked),
-                          Parameter(L"OpenRecord", &R::OpenRecord),
-                          Parameter(L"Reference", &R::Reference),
-                          Parameter(L"AutoRun", &R::AutoRun),
-                          Parameter(L"MultiSel", &R::MultiSel),
-                          Parameter(L"TipsAlign", &R::TipsAlign),
-                          Parameter(L"TipsButtons", &R::TipsButtons),
-                          Parameter(L"ToolTips", &R::ToolTips),
-                          Parameter(L"BoolOps", &R::BoolOps),
-                          Parameter(L"LargeButt", &R::LargeButt),
-                          Parameter(L"ShowOccs", &R::ShowOccs),
-                          Parameter(L"StemAuto", &R::StemAuto),
-                          Parameter(L"Flags", &R::Flags),
-                          Parameter(L"NoPopup", &R::NoPopup),
-                          Parameter(L"StemAlign", &R::StemAlign),
-                          Parameter(L"StemDocked", &R::StemDocked),
-                          Parameter(L"StemImmediate", &R::StemImmediate),
-                          Parameter(L"StemSizable", &R::StemSizable),
-                          Parameter(L"TipsSizable", &R::TipsSizable),
-                          Parameter(L"ToolAlign", &R::ToolAlign),
-                          Parameter(L"MirrorOf", &R::MirrorOf),
-                          List(L"Commands", &R::Commands),
-                          List(L"Filters", &R::Filters),
-                          List(L"FiltMessages", &R::FiltMessages),
-                          List(L"FiltTitles", &R::FiltTitles),
-                          List(L"Fonts", &R::Fonts),
-                          List(L"Popups", &R::Popups),
-                          List(L"Html", &R::Html),
-                          List(L"Titles", &R::Titles)};
+        return With(
+            Parameter(L"Table", &R::Table), Parameter(L"Profile", &R::Profile), Parameter(L"Help", &R::Help),
+            Parameter(L"HelpWww", &R::HelpWww), Parameter(L"Stem", &R::Stem), Parameter(L"Tips", &R::Tips),
+            Parameter(L"TipsWidth", &R::TipsWidth), Parameter(L"Rows", &R::Rows),
+            Parameter(L"Icons", &R::Icons), Parameter(L"Action", &R::Action),
+            Parameter(L"UseCooked", &R::UseCooked), Parameter(L"OpenRecord", &R::OpenRecord),
+            Parameter(L"Reference", &R::Reference), Parameter(L"AutoRun", &R::AutoRun),
+            Parameter(L"MultiSel", &R::MultiSel), Parameter(L"TipsAlign", &R::TipsAlign),
+            Parameter(L"TipsButtons", &R::TipsButtons), Parameter(L"ToolTips", &R::ToolTips),
+            Parameter(L"BoolOps", &R::BoolOps), Parameter(L"LargeButt", &R::LargeButt),
+            Parameter(L"ShowOccs", &R::ShowOccs), Parameter(L"StemAuto", &R::StemAuto),
+            Parameter(L"Flags", &R::Flags), Parameter(L"NoPopup", &R::NoPopup),
+            Parameter(L"StemAlign", &R::StemAlign), Parameter(L"StemDocked", &R::StemDocked),
+            Parameter(L"StemImmediate", &R::StemImmediate), Parameter(L"StemSizable", &R::StemSizable),
+            Parameter(L"TipsSizable", &R::TipsSizable), Parameter(L"ToolAlign", &R::ToolAlign),
+            Parameter(L"MirrorOf", &R::MirrorOf), List(L"Commands", &R::Commands),
+            List(L"Filters", &R::Filters), List(L"FiltMessages", &R::FiltMessages),
+            List(L"FiltTitles", &R::FiltTitles), List(L"Fonts", &R::Fonts), List(L"Popups", &R::Popups),
+            List(L"Html", &R::Html), List(L"Titles", &R::Titles));
     }
 };
 

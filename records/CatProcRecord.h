@@ -17,14 +17,14 @@ struct CatProcRecord final : Stored<CatProcRecord> {
     std::wstring MirrorOf;      // the procedure that this one mirrors
     ParmList<ParmItem> Fields;  // its components: Id, Name
 
-    static constexpr auto Properties() {
-        return std::tuple{Parameter(L"Catalogue", &CatProcRecord::Catalogue),
-                          Parameter(L"Retrieval", &CatProcRecord::Retrieval),
-                          Parameter(L"SourcePath", &CatProcRecord::SourcePath),
-                          Parameter(L"TargetPath", &CatProcRecord::TargetPath),
-                          Parameter(L"LogFile", &CatProcRecord::LogFile),
-                          Parameter(L"MirrorOf", &CatProcRecord::MirrorOf),
-                          List(L"Fields", &CatProcRecord::Fields)};
+    static constexpr auto Properties(auto With) {
+        return With(Parameter(L"Catalogue", &CatProcRecord::Catalogue),
+                    Parameter(L"Retrieval", &CatProcRecord::Retrieval),
+                    Parameter(L"SourcePath", &CatProcRecord::SourcePath),
+                    Parameter(L"TargetPath", &CatProcRecord::TargetPath),
+                    Parameter(L"LogFile", &CatProcRecord::LogFile),
+                    Parameter(L"MirrorOf", &CatProcRecord::MirrorOf),
+                    List(L"Fields", &CatProcRecord::Fields));
     }
 };
 

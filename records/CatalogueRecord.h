@@ -21,18 +21,18 @@ struct CatalogueParms {
 
     /// The statement of these properties for a record `R` that has them.
     template <class R>
-    static constexpr auto CatalogueProperties() {
-        return std::tuple{Parameter(L"Retrieval", &R::Retrieval), Parameter(L"Table", &R::Table),
-                          Parameter(L"Profile", &R::Profile),     Parameter(L"Query", &R::Query),
-                          Parameter(L"Browse", &R::Browse),       Parameter(L"Path", &R::Path),
-                          Parameter(L"Help", &R::Help),           Parameter(L"HelpWww", &R::HelpWww),
-                          Parameter(L"Flags", &R::Flags),         Parameter(L"MirrorOf", &R::MirrorOf)};
+    static constexpr auto CatalogueProperties(auto With) {
+        return With(Parameter(L"Retrieval", &R::Retrieval), Parameter(L"Table", &R::Table),
+                    Parameter(L"Profile", &R::Profile), Parameter(L"Query", &R::Query),
+                    Parameter(L"Browse", &R::Browse), Parameter(L"Path", &R::Path),
+                    Parameter(L"Help", &R::Help), Parameter(L"HelpWww", &R::HelpWww),
+                    Parameter(L"Flags", &R::Flags), Parameter(L"MirrorOf", &R::MirrorOf));
     }
 };
 
 struct CatalogueRecord final : Stored<CatalogueRecord>, CatalogueParms {
     static constexpr std::wstring_view kClass = L"CatalogueRecord";
-    static constexpr auto Properties() { return CatalogueProperties<CatalogueRecord>(); }
+    static constexpr auto Properties(auto With) { return CatalogueProperties<CatalogueRecord>(With); }
 };
 
 }  // namespace kv

@@ -58,15 +58,15 @@ struct CommandRecord final : Stored<CommandRecord> {
     ParmList<ParmItem> Messages;  // one a language
     ParmList<FontRecord> TitleFonts;
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = CommandRecord;
-        return std::tuple{Parameter(L"Code", &R::Code),           Parameter(L"Action", &R::Action),
-                          Parameter(L"Enabled", &R::Enabled),     Parameter(L"Visible", &R::Visible),
-                          Parameter(L"KbEnabled", &R::KbEnabled), Parameter(L"KbCode", &R::KbCode),
-                          Parameter(L"KbShift", &R::KbShift),     Parameter(L"Style", &R::Style),
-                          Parameter(L"Help", &R::Help),           Parameter(L"MirrorOf", &R::MirrorOf),
-                          List(L"ToolTips", &R::ToolTips),        List(L"Titles", &R::Titles),
-                          List(L"Messages", &R::Messages),        List(L"TitleFonts", &R::TitleFonts)};
+        return With(Parameter(L"Code", &R::Code), Parameter(L"Action", &R::Action),
+                    Parameter(L"Enabled", &R::Enabled), Parameter(L"Visible", &R::Visible),
+                    Parameter(L"KbEnabled", &R::KbEnabled), Parameter(L"KbCode", &R::KbCode),
+                    Parameter(L"KbShift", &R::KbShift), Parameter(L"Style", &R::Style),
+                    Parameter(L"Help", &R::Help), Parameter(L"MirrorOf", &R::MirrorOf),
+                    List(L"ToolTips", &R::ToolTips), List(L"Titles", &R::Titles),
+                    List(L"Messages", &R::Messages), List(L"TitleFonts", &R::TitleFonts));
     }
 };
 

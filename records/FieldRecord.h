@@ -92,23 +92,16 @@ struct FieldRecord final : Stored<FieldRecord> {
     std::wstring ValidationTable;  // table of allowed values
     bool Visible = false;
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = FieldRecord;
-        return std::tuple{Parameter(L"Caption", &R::Caption),
-                          Parameter(L"DataType", &R::DataType),
-                          Parameter(L"DefValues", &R::DefValues),
-                          Parameter(L"Flags", &R::Flags),
-                          Parameter(L"GroupTag", &R::GroupTag),
-                          Parameter(L"Level", &R::Level),
-                          Parameter(L"LinkTable", &R::LinkTable),
-                          Parameter(L"LinkMode", &R::LinkMode),
-                          Parameter(L"LinkType", &R::LinkType),
-                          Parameter(L"LinkTypeRecpr", &R::LinkTypeRecpr),
-                          Parameter(L"Semantic", &R::Semantic),
-                          Parameter(L"Size", &R::Size),
-                          Parameter(L"Tag", &R::Tag),
-                          Parameter(L"ValidationTable", &R::ValidationTable),
-                          Parameter(L"Visible", &R::Visible)};
+        return With(Parameter(L"Caption", &R::Caption), Parameter(L"DataType", &R::DataType),
+                    Parameter(L"DefValues", &R::DefValues), Parameter(L"Flags", &R::Flags),
+                    Parameter(L"GroupTag", &R::GroupTag), Parameter(L"Level", &R::Level),
+                    Parameter(L"LinkTable", &R::LinkTable), Parameter(L"LinkMode", &R::LinkMode),
+                    Parameter(L"LinkType", &R::LinkType), Parameter(L"LinkTypeRecpr", &R::LinkTypeRecpr),
+                    Parameter(L"Semantic", &R::Semantic), Parameter(L"Size", &R::Size),
+                    Parameter(L"Tag", &R::Tag), Parameter(L"ValidationTable", &R::ValidationTable),
+                    Parameter(L"Visible", &R::Visible));
     }
 };
 

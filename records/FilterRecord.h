@@ -17,14 +17,12 @@ struct FilterRecord final : Stored<FilterRecord> {
     std::int32_t Flags = 0;  // no flag word exists
     std::wstring MirrorOf;   // the filter that this one mirrors
 
-    static constexpr auto Properties() {
-        return std::tuple{Parameter(L"Table", &FilterRecord::Table),
-                          Parameter(L"Expression", &FilterRecord::Expression),
-                          Parameter(L"Automatic", &FilterRecord::Automatic),
-                          Parameter(L"MergeWith", &FilterRecord::MergeWith),
-                          Parameter(L"Help", &FilterRecord::Help),
-                          Parameter(L"Flags", &FilterRecord::Flags),
-                          Parameter(L"MirrorOf", &FilterRecord::MirrorOf)};
+    static constexpr auto Properties(auto With) {
+        return With(
+            Parameter(L"Table", &FilterRecord::Table), Parameter(L"Expression", &FilterRecord::Expression),
+            Parameter(L"Automatic", &FilterRecord::Automatic),
+            Parameter(L"MergeWith", &FilterRecord::MergeWith), Parameter(L"Help", &FilterRecord::Help),
+            Parameter(L"Flags", &FilterRecord::Flags), Parameter(L"MirrorOf", &FilterRecord::MirrorOf));
     }
 };
 

@@ -13,10 +13,10 @@ struct FontRecord final : Stored<FontRecord> {
     bool Italic = false;
     bool Underline = false;
 
-    static constexpr auto Properties() {
-        return std::tuple{Parameter(L"Size", &FontRecord::Size), Parameter(L"Bold", &FontRecord::Bold),
-                          Parameter(L"Italic", &FontRecord::Italic),
-                          Parameter(L"Underline", &FontRecord::Underline)};
+    static constexpr auto Properties(auto With) {
+        return With(Parameter(L"Size", &FontRecord::Size), Parameter(L"Bold", &FontRecord::Bold),
+                    Parameter(L"Italic", &FontRecord::Italic),
+                    Parameter(L"Underline", &FontRecord::Underline));
     }
 };
 

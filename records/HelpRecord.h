@@ -28,23 +28,16 @@ struct HelpRecord final : Stored<HelpRecord> {
     std::int32_t ToolAlign = 0;  // kAlignWords
     std::int32_t ToolTips = 0;   // kToolTipWords
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = HelpRecord;
-        return std::tuple{Parameter(L"LargeButt", &R::LargeButt),
-                          List(L"Commands", &R::Commands),
-                          Parameter(L"Flags", &R::Flags),
-                          Parameter(L"Help", &R::Help),
-                          Parameter(L"HelpWww", &R::HelpWww),
-                          List(L"Html", &R::Html),
-                          Parameter(L"MirrorOf", &R::MirrorOf),
-                          List(L"Popups", &R::Popups),
-                          Parameter(L"Tips", &R::Tips),
-                          Parameter(L"TipsAlign", &R::TipsAlign),
-                          Parameter(L"TipsButtons", &R::TipsButtons),
-                          Parameter(L"TipsWidth", &R::TipsWidth),
-                          List(L"Titles", &R::Titles),
-                          Parameter(L"ToolAlign", &R::ToolAlign),
-                          Parameter(L"ToolTips", &R::ToolTips)};
+        return With(Parameter(L"LargeButt", &R::LargeButt), List(L"Commands", &R::Commands),
+                    Parameter(L"Flags", &R::Flags), Parameter(L"Help", &R::Help),
+                    Parameter(L"HelpWww", &R::HelpWww), List(L"Html", &R::Html),
+                    Parameter(L"MirrorOf", &R::MirrorOf), List(L"Popups", &R::Popups),
+                    Parameter(L"Tips", &R::Tips), Parameter(L"TipsAlign", &R::TipsAlign),
+                    Parameter(L"TipsButtons", &R::TipsButtons), Parameter(L"TipsWidth", &R::TipsWidth),
+                    List(L"Titles", &R::Titles), Parameter(L"ToolAlign", &R::ToolAlign),
+                    Parameter(L"ToolTips", &R::ToolTips));
     }
 };
 

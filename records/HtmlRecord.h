@@ -12,10 +12,9 @@ struct HtmlRecord final : Stored<HtmlRecord> {
     std::wstring Language;
     std::int32_t Action = -1;  // action word, -1 for none
 
-    static constexpr auto Properties() {
-        return std::tuple{Parameter(L"FileName", &HtmlRecord::FileName),
-                          Parameter(L"Language", &HtmlRecord::Language),
-                          Parameter(L"Action", &HtmlRecord::Action)};
+    static constexpr auto Properties(auto With) {
+        return With(Parameter(L"FileName", &HtmlRecord::FileName),
+                    Parameter(L"Language", &HtmlRecord::Language), Parameter(L"Action", &HtmlRecord::Action));
     }
 };
 

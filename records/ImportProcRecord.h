@@ -100,11 +100,11 @@ struct ImportFieldRecord final : Stored<ImportFieldRecord> {
     std::int32_t Action = 0;    // kImportFieldActions
     std::wstring Script;        // script that the action SCRIPT runs
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = ImportFieldRecord;
-        return std::tuple{Parameter(L"Tag", &R::Tag),           Parameter(L"Kind", &R::Kind),
-                          Parameter(L"Position", &R::Position), Parameter(L"Flags", &R::Flags),
-                          Parameter(L"Action", &R::Action),     Parameter(L"Script", &R::Script)};
+        return With(Parameter(L"Tag", &R::Tag), Parameter(L"Kind", &R::Kind),
+                    Parameter(L"Position", &R::Position), Parameter(L"Flags", &R::Flags),
+                    Parameter(L"Action", &R::Action), Parameter(L"Script", &R::Script));
     }
 };
 
@@ -115,10 +115,10 @@ struct ImportIndexRecord final : Stored<ImportIndexRecord> {
     std::wstring Key;        // how its keys are made
     std::int32_t Flags = 0;  // kImportIndexFlags
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = ImportIndexRecord;
-        return std::tuple{Parameter(L"Table", &R::Table), Parameter(L"Key", &R::Key),
-                          Parameter(L"Flags", &R::Flags)};
+        return With(Parameter(L"Table", &R::Table), Parameter(L"Key", &R::Key),
+                    Parameter(L"Flags", &R::Flags));
     }
 };
 
@@ -144,26 +144,18 @@ struct ImportProcRecord final : Stored<ImportProcRecord> {
     ParmList<ImportIndexRecord> Indexes;
     ParmList<ParmItem> Scripts;  // Text is the script, Language the one it is written in
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = ImportProcRecord;
-        return std::tuple{Parameter(L"Table", &R::Table),
-                          Parameter(L"SourcePath", &R::SourcePath),
-                          Parameter(L"TargetPath", &R::TargetPath),
-                          Parameter(L"LogFile", &R::LogFile),
-                          Parameter(L"Flags", &R::Flags),
-                          Parameter(L"ProcType", &R::ProcType),
-                          Parameter(L"Action", &R::Action),
-                          Parameter(L"Selected", &R::Selected),
-                          Parameter(L"Locked", &R::Locked),
-                          Parameter(L"IncludedLib", &R::IncludedLib),
-                          Parameter(L"ExcludedLib", &R::ExcludedLib),
-                          Parameter(L"IncludedLibIsbd", &R::IncludedLibIsbd),
-                          Parameter(L"ExcludedLibIsbd", &R::ExcludedLibIsbd),
-                          Parameter(L"LibraryOrder", &R::LibraryOrder),
-                          Parameter(L"MirrorOf", &R::MirrorOf),
-                          List(L"Fields", &R::Fields),
-                          List(L"Indexes", &R::Indexes),
-                          List(L"Scripts", &R::Scripts)};
+        return With(
+            Parameter(L"Table", &R::Table), Parameter(L"SourcePath", &R::SourcePath),
+            Parameter(L"TargetPath", &R::TargetPath), Parameter(L"LogFile", &R::LogFile),
+            Parameter(L"Flags", &R::Flags), Parameter(L"ProcType", &R::ProcType),
+            Parameter(L"Action", &R::Action), Parameter(L"Selected", &R::Selected),
+            Parameter(L"Locked", &R::Locked), Parameter(L"IncludedLib", &R::IncludedLib),
+            Parameter(L"ExcludedLib", &R::ExcludedLib), Parameter(L"IncludedLibIsbd", &R::IncludedLibIsbd),
+            Parameter(L"ExcludedLibIsbd", &R::ExcludedLibIsbd), Parameter(L"LibraryOrder", &R::LibraryOrder),
+            Parameter(L"MirrorOf", &R::MirrorOf), List(L"Fields", &R::Fields), List(L"Indexes", &R::Indexes),
+            List(L"Scripts", &R::Scripts));
     }
 };
 

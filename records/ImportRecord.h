@@ -37,14 +37,15 @@ struct ImportRecord final : Stored<ImportRecord>, CatalogueParms {
     std::int32_t ProcType = 0;  // kImportProcTypes
     bool Locked = false;
 
-    static constexpr auto Properties() {
-        return std::tuple_cat(CatalogueProperties<ImportRecord>(),
-                              std::tuple{Parameter(L"Procedure", &ImportRecord::Procedure),
-                                         Parameter(L"SourcePath", &ImportRecord::SourcePath),
-                                         Parameter(L"TargetPath", &ImportRecord::TargetPath),
-                                         Parameter(L"LogFile", &ImportRecord::LogFile),
-                                         Parameter(L"ProcType", &ImportRecord::ProcType),
-                                         Parameter(L"Locked", &ImportRecord::Locked)});
+    static constexpr auto Properties(auto With) {
+        return CatalogueProperties<ImportRecord>([&](const auto&... Shared) {
+            return With(Shared..., Parameter(L"Procedure", &ImportRecord::Procedure),
+                        Parameter(L"SourcePath", &ImportRecord::SourcePath),
+                        Parameter(L"TargetPath", &ImportRecord::TargetPath),
+                        Parameter(L"LogFile", &ImportRecord::LogFile),
+                        Parameter(L"ProcType", &ImportRecord::ProcType),
+                        Parameter(L"Locked", &ImportRecord::Locked));
+        });
     }
 };
 

@@ -47,17 +47,13 @@ struct LoanClientRecord final : Stored<LoanClientRecord> {
     std::wstring Help;
     std::wstring MirrorOf;  // the loan client that this one mirrors
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = LoanClientRecord;
-        return std::tuple{Parameter(L"Loan", &R::Loan),
-                          Parameter(L"Menu", &R::Menu),
-                          Parameter(L"RequestOptions", &R::RequestOptions),
-                          Parameter(L"DeliverLib", &R::DeliverLib),
-                          Parameter(L"WebDeliverLib", &R::WebDeliverLib),
-                          Parameter(L"PwdOptions", &R::PwdOptions),
-                          Parameter(L"PwdLength", &R::PwdLength),
-                          Parameter(L"Help", &R::Help),
-                          Parameter(L"MirrorOf", &R::MirrorOf)};
+        return With(Parameter(L"Loan", &R::Loan), Parameter(L"Menu", &R::Menu),
+                    Parameter(L"RequestOptions", &R::RequestOptions),
+                    Parameter(L"DeliverLib", &R::DeliverLib), Parameter(L"WebDeliverLib", &R::WebDeliverLib),
+                    Parameter(L"PwdOptions", &R::PwdOptions), Parameter(L"PwdLength", &R::PwdLength),
+                    Parameter(L"Help", &R::Help), Parameter(L"MirrorOf", &R::MirrorOf));
     }
 };
 

@@ -40,21 +40,21 @@ struct LoanMenuRecord final : Stored<LoanMenuRecord> {
     bool ButtCompra = false;
     std::wstring MirrorOf;  // the loan menu that this one mirrors
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = LoanMenuRecord;
-        return std::tuple{Parameter(L"UserNew", &R::UserNew),       Parameter(L"UserMod", &R::UserMod),
-                          Parameter(L"UserDel", &R::UserDel),       Parameter(L"UserPrn", &R::UserPrn),
-                          Parameter(L"LoanLoan", &R::LoanLoan),     Parameter(L"LoanDep", &R::LoanDep),
-                          Parameter(L"LoanPren", &R::LoanPren),     Parameter(L"LoanSolle", &R::LoanSolle),
-                          Parameter(L"StatActive", &R::StatActive), Parameter(L"ParmActive", &R::ParmActive),
-                          Parameter(L"ServActive", &R::ServActive), Parameter(L"UserActive", &R::UserActive),
-                          Parameter(L"LoanActive", &R::LoanActive), Parameter(L"ChangeBib", &R::ChangeBib),
-                          Parameter(L"ButtLett", &R::ButtLett),     Parameter(L"ButtPrest", &R::ButtPrest),
-                          Parameter(L"ButtReso", &R::ButtReso),     Parameter(L"ButtRinno", &R::ButtRinno),
-                          Parameter(L"ButtPreno", &R::ButtPreno),   Parameter(L"ButtConse", &R::ButtConse),
-                          Parameter(L"ButtCance", &R::ButtCance),   Parameter(L"ButtDepos", &R::ButtDepos),
-                          Parameter(L"ButtEndDe", &R::ButtEndDe),   Parameter(L"ButtCompra", &R::ButtCompra),
-                          Parameter(L"MirrorOf", &R::MirrorOf)};
+        return With(Parameter(L"UserNew", &R::UserNew), Parameter(L"UserMod", &R::UserMod),
+                    Parameter(L"UserDel", &R::UserDel), Parameter(L"UserPrn", &R::UserPrn),
+                    Parameter(L"LoanLoan", &R::LoanLoan), Parameter(L"LoanDep", &R::LoanDep),
+                    Parameter(L"LoanPren", &R::LoanPren), Parameter(L"LoanSolle", &R::LoanSolle),
+                    Parameter(L"StatActive", &R::StatActive), Parameter(L"ParmActive", &R::ParmActive),
+                    Parameter(L"ServActive", &R::ServActive), Parameter(L"UserActive", &R::UserActive),
+                    Parameter(L"LoanActive", &R::LoanActive), Parameter(L"ChangeBib", &R::ChangeBib),
+                    Parameter(L"ButtLett", &R::ButtLett), Parameter(L"ButtPrest", &R::ButtPrest),
+                    Parameter(L"ButtReso", &R::ButtReso), Parameter(L"ButtRinno", &R::ButtRinno),
+                    Parameter(L"ButtPreno", &R::ButtPreno), Parameter(L"ButtConse", &R::ButtConse),
+                    Parameter(L"ButtCance", &R::ButtCance), Parameter(L"ButtDepos", &R::ButtDepos),
+                    Parameter(L"ButtEndDe", &R::ButtEndDe), Parameter(L"ButtCompra", &R::ButtCompra),
+                    Parameter(L"MirrorOf", &R::MirrorOf));
     }
 };
 

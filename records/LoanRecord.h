@@ -15,11 +15,11 @@ struct LoanRecord final : Stored<LoanRecord> {
     std::wstring Help;
     std::wstring MirrorOf;  // the loan service that this one mirrors
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = LoanRecord;
-        return std::tuple{Parameter(L"Retrieval", &R::Retrieval), Parameter(L"Path", &R::Path),
-                          Parameter(L"LogFile", &R::LogFile),     Parameter(L"AskUser", &R::AskUser),
-                          Parameter(L"Help", &R::Help),           Parameter(L"MirrorOf", &R::MirrorOf)};
+        return With(Parameter(L"Retrieval", &R::Retrieval), Parameter(L"Path", &R::Path),
+                    Parameter(L"LogFile", &R::LogFile), Parameter(L"AskUser", &R::AskUser),
+                    Parameter(L"Help", &R::Help), Parameter(L"MirrorOf", &R::MirrorOf));
     }
 };
 

@@ -13,7 +13,9 @@ struct MailGroupParmsRecord final : Stored<MailGroupParmsRecord> {
 
     std::int32_t Size = 0;
 
-    static constexpr auto Properties() { return std::tuple{Parameter(L"Size", &MailGroupParmsRecord::Size)}; }
+    static constexpr auto Properties(auto With) {
+        return With(Parameter(L"Size", &MailGroupParmsRecord::Size));
+    }
 };
 
 struct MailGroupMailRecord final : Stored<MailGroupMailRecord> {
@@ -32,14 +34,14 @@ struct MailGroupMailRecord final : Stored<MailGroupMailRecord> {
     bool PrintAllow = false;
     std::int32_t Priority = 0;
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = MailGroupMailRecord;
-        return std::tuple{Parameter(L"RcvEnabled", &R::RcvEnabled), Parameter(L"SndEnabled", &R::SndEnabled),
-                          Parameter(L"RcvBroad", &R::RcvBroad),     Parameter(L"SndBroad", &R::SndBroad),
-                          Parameter(L"ExpDays", &R::ExpDays),       Parameter(L"MaxFiles", &R::MaxFiles),
-                          Parameter(L"MaxSize", &R::MaxSize),       Parameter(L"Attach", &R::Attach),
-                          Parameter(L"Editor", &R::Editor),         Parameter(L"Users", &R::Users),
-                          Parameter(L"PrintAllow", &R::PrintAllow), Parameter(L"Priority", &R::Priority)};
+        return With(Parameter(L"RcvEnabled", &R::RcvEnabled), Parameter(L"SndEnabled", &R::SndEnabled),
+                    Parameter(L"RcvBroad", &R::RcvBroad), Parameter(L"SndBroad", &R::SndBroad),
+                    Parameter(L"ExpDays", &R::ExpDays), Parameter(L"MaxFiles", &R::MaxFiles),
+                    Parameter(L"MaxSize", &R::MaxSize), Parameter(L"Attach", &R::Attach),
+                    Parameter(L"Editor", &R::Editor), Parameter(L"Users", &R::Users),
+                    Parameter(L"PrintAllow", &R::PrintAllow), Parameter(L"Priority", &R::Priority));
     }
 };
 
@@ -55,12 +57,12 @@ struct MailGroupExportRecord final : Stored<MailGroupExportRecord> {
     std::int32_t MaxRecs = 0;
     bool PrintAllow = false;
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = MailGroupExportRecord;
-        return std::tuple{Parameter(L"Enabled", &R::Enabled),   Parameter(L"ExpDays", &R::ExpDays),
-                          Parameter(L"MaxFiles", &R::MaxFiles), Parameter(L"MaxSize", &R::MaxSize),
-                          Parameter(L"Editor", &R::Editor),     Parameter(L"MaxItems", &R::MaxItems),
-                          Parameter(L"MaxRecs", &R::MaxRecs),   Parameter(L"PrintAllow", &R::PrintAllow)};
+        return With(Parameter(L"Enabled", &R::Enabled), Parameter(L"ExpDays", &R::ExpDays),
+                    Parameter(L"MaxFiles", &R::MaxFiles), Parameter(L"MaxSize", &R::MaxSize),
+                    Parameter(L"Editor", &R::Editor), Parameter(L"MaxItems", &R::MaxItems),
+                    Parameter(L"MaxRecs", &R::MaxRecs), Parameter(L"PrintAllow", &R::PrintAllow));
     }
 };
 
@@ -74,11 +76,11 @@ struct MailGroupNoteBookRecord final : Stored<MailGroupNoteBookRecord> {
     std::int32_t MaxSize = 0;
     bool PrintAllow = false;
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = MailGroupNoteBookRecord;
-        return std::tuple{Parameter(L"Enabled", &R::Enabled), Parameter(L"ExpDays", &R::ExpDays),
-                          Parameter(L"Editor", &R::Editor),   Parameter(L"MaxFiles", &R::MaxFiles),
-                          Parameter(L"MaxSize", &R::MaxSize), Parameter(L"PrintAllow", &R::PrintAllow)};
+        return With(Parameter(L"Enabled", &R::Enabled), Parameter(L"ExpDays", &R::ExpDays),
+                    Parameter(L"Editor", &R::Editor), Parameter(L"MaxFiles", &R::MaxFiles),
+                    Parameter(L"MaxSize", &R::MaxSize), Parameter(L"PrintAllow", &R::PrintAllow));
     }
 };
 
@@ -90,10 +92,10 @@ struct MailGroupKeepRecord final : Stored<MailGroupKeepRecord> {
     std::int32_t ExpDays = 0;
     std::int32_t MaxFiles = 0;
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = MailGroupKeepRecord;
-        return std::tuple{Parameter(L"Enabled", &R::Enabled), Parameter(L"ExpDays", &R::ExpDays),
-                          Parameter(L"MaxFiles", &R::MaxFiles)};
+        return With(Parameter(L"Enabled", &R::Enabled), Parameter(L"ExpDays", &R::ExpDays),
+                    Parameter(L"MaxFiles", &R::MaxFiles));
     }
 };
 
@@ -105,10 +107,10 @@ struct MailBackupRecord final : Stored<MailBackupRecord> {
     std::wstring Path;
     std::wstring Language;  // of the caption
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = MailBackupRecord;
-        return std::tuple{Parameter(L"Caption", &R::Caption), Parameter(L"Path", &R::Path),
-                          HeaderField(L"Language", &R::Language)};
+        return With(Parameter(L"Caption", &R::Caption), Parameter(L"Path", &R::Path),
+                    HeaderField(L"Language", &R::Language));
     }
 };
 
@@ -123,12 +125,11 @@ struct MailGroupRecord final : Stored<MailGroupRecord> {
     MailGroupKeepRecord Query;
     ParmList<MailBackupRecord> Backups;
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = MailGroupRecord;
-        return std::tuple{List(L"Parms", &R::Parms),       List(L"Mail", &R::Mail),
-                          List(L"Export", &R::Export),     List(L"SetOps", &R::SetOps),
-                          List(L"NoteBook", &R::NoteBook), List(L"Query", &R::Query),
-                          List(L"Backups", &R::Backups)};
+        return With(List(L"Parms", &R::Parms), List(L"Mail", &R::Mail), List(L"Export", &R::Export),
+                    List(L"SetOps", &R::SetOps), List(L"NoteBook", &R::NoteBook), List(L"Query", &R::Query),
+                    List(L"Backups", &R::Backups));
     }
 };
 

@@ -12,9 +12,9 @@ struct MailRecord final : Stored<MailRecord> {
     std::wstring Path;               // where the centre is made
     ParmList<MessageRecord> Fields;  // the messages
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = MailRecord;
-        return std::tuple{Parameter(L"Path", &R::Path), List(L"Fields", &R::Fields)};
+        return With(Parameter(L"Path", &R::Path), List(L"Fields", &R::Fields));
     }
 };
 

@@ -12,8 +12,8 @@ struct MaterRecord final : Stored<MaterRecord> {
     ParmList<HtmlRecord> Html;
     std::int32_t Flags = 0;  // no flag word exists
 
-    static constexpr auto Properties() {
-        return std::tuple{List(L"Html", &MaterRecord::Html), Parameter(L"Flags", &MaterRecord::Flags)};
+    static constexpr auto Properties(auto With) {
+        return With(List(L"Html", &MaterRecord::Html), Parameter(L"Flags", &MaterRecord::Flags));
     }
 };
 

@@ -15,7 +15,7 @@ struct MessageRecord final : Stored<MessageRecord> {
 
     ParmList<ParmItem> Message;  // one a language
 
-    static constexpr auto Properties() { return std::tuple{List(L"Message", &MessageRecord::Message)}; }
+    static constexpr auto Properties(auto With) { return With(List(L"Message", &MessageRecord::Message)); }
 };
 
 struct MessageListRecord final : Stored<MessageListRecord> {
@@ -23,7 +23,9 @@ struct MessageListRecord final : Stored<MessageListRecord> {
 
     ParmList<MessageRecord> Message;
 
-    static constexpr auto Properties() { return std::tuple{List(L"Message", &MessageListRecord::Message)}; }
+    static constexpr auto Properties(auto With) {
+        return With(List(L"Message", &MessageListRecord::Message));
+    }
 };
 
 /// Refuses an empty name, and one that another message of the list bears; `Index` is its own place among

@@ -12,8 +12,8 @@ struct ParmItem final : Stored<ParmItem> {
     std::wstring Text;
     std::wstring Language;
 
-    static constexpr auto Properties() {
-        return std::tuple{Parameter(L"Text", &ParmItem::Text), Parameter(L"Language", &ParmItem::Language)};
+    static constexpr auto Properties(auto With) {
+        return With(Parameter(L"Text", &ParmItem::Text), Parameter(L"Language", &ParmItem::Language));
     }
 };
 

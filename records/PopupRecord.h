@@ -13,10 +13,10 @@ struct PopupRecord final : Stored<PopupRecord> {
     std::wstring Code;
     std::int32_t Action = -1;  // action word, -1 for none
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = PopupRecord;
-        return std::tuple{Parameter(L"Text", &R::Text), Parameter(L"Language", &R::Language),
-                          Parameter(L"Code", &R::Code), Parameter(L"Action", &R::Action)};
+        return With(Parameter(L"Text", &R::Text), Parameter(L"Language", &R::Language),
+                    Parameter(L"Code", &R::Code), Parameter(L"Action", &R::Action));
     }
 };
 

@@ -85,11 +85,11 @@ struct ProfileFieldRecord final : Stored<ProfileFieldRecord> {
     std::wstring Profile;
     std::int32_t Tag = 0;
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = ProfileFieldRecord;
-        return std::tuple{Parameter(L"Browse", &R::Browse), List(L"Captions", &R::Captions),
-                          Parameter(L"Flags", &R::Flags), Parameter(L"Profile", &R::Profile),
-                          Parameter(L"Tag", &R::Tag)};
+        return With(Parameter(L"Browse", &R::Browse), List(L"Captions", &R::Captions),
+                    Parameter(L"Flags", &R::Flags), Parameter(L"Profile", &R::Profile),
+                    Parameter(L"Tag", &R::Tag));
     }
 };
 
@@ -100,8 +100,8 @@ struct CookieItem final : Stored<CookieItem> {
     std::int32_t Tag = 0;
     std::wstring Language;
 
-    static constexpr auto Properties() {
-        return std::tuple{Parameter(L"Tag", &CookieItem::Tag), Parameter(L"Language", &CookieItem::Language)};
+    static constexpr auto Properties(auto With) {
+        return With(Parameter(L"Tag", &CookieItem::Tag), Parameter(L"Language", &CookieItem::Language));
     }
 };
 
@@ -116,11 +116,11 @@ struct FormatRecord : Stored<FormatRecord> {
     std::wstring Server;     // export server and its arguments, MsgUtil::PackServer
     std::int32_t Style = 0;  // kFormatStyles in the low byte, kFormatStyleFlags above
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = FormatRecord;
-        return std::tuple{Parameter(L"Cookies", &R::Cookies),   Parameter(L"DefStyle", &R::DefStyle),
-                          Parameter(L"DispType", &R::DispType), List(L"Captions", &R::Captions),
-                          Parameter(L"Server", &R::Server),     Parameter(L"Style", &R::Style)};
+        return With(Parameter(L"Cookies", &R::Cookies), Parameter(L"DefStyle", &R::DefStyle),
+                    Parameter(L"DispType", &R::DispType), List(L"Captions", &R::Captions),
+                    Parameter(L"Server", &R::Server), Parameter(L"Style", &R::Style));
     }
 };
 
@@ -132,10 +132,10 @@ struct LoanTableRecord final : Stored<LoanTableRecord> {
     std::wstring Nature;
     ParmList<ParmItem> Captions;
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = LoanTableRecord;
-        return std::tuple{Parameter(L"Level", &R::Level), Parameter(L"Nature", &R::Nature),
-                          List(L"Captions", &R::Captions)};
+        return With(Parameter(L"Level", &R::Level), Parameter(L"Nature", &R::Nature),
+                    List(L"Captions", &R::Captions));
     }
 };
 
@@ -197,62 +197,36 @@ struct ProfileRecord final : Stored<ProfileRecord> {
     ParmList<HtmlRecord> Html;
     ParmList<ParmItem> Titles;
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = ProfileRecord;
-        return std::tuple{Parameter(L"Align", &R::Align),
-                          Parameter(L"LargeButt", &R::LargeButt),
-                          List(L"Commands", &R::Commands),
-                          List(L"Fields", &R::Fields),
-                          Parameter(L"Flags", &R::Flags),
-                          List(L"Formats", &R::Formats),
-                          List(L"TextFonts", &R::TextFonts),
-                          Parameter(L"Help", &R::Help),
-                          Parameter(L"HelpWww", &R::HelpWww),
-                          Parameter(L"LinkedPage", &R::LinkedPage),
-                          Parameter(L"LinkedServer", &R::LinkedServer),
-                          Parameter(L"LoanAlign", &R::LoanAlign),
-                          Parameter(L"LoanHelp", &R::LoanHelp),
-                          List(L"LoanHtml", &R::LoanHtml),
-                          Parameter(L"LoanLinksOnly", &R::LoanLinksOnly),
-                          Parameter(L"LoanQuit", &R::LoanQuit),
-                          List(L"RecHtml", &R::RecHtml),
-                          Parameter(L"LoanSortBy", &R::LoanSortBy),
-                          List(L"LoanTables", &R::LoanTables),
-                          Parameter(L"LoanTips", &R::LoanTips),
-                          Parameter(L"LoanWidth", &R::LoanWidth),
-                          Parameter(L"Masters", &R::Masters),
-                          Parameter(L"MirrorOf", &R::MirrorOf),
-                          List(L"Popups", &R::Popups),
-                          Parameter(L"Table", &R::Table),
-                          List(L"Html", &R::Html),
-                          Parameter(L"Tips", &R::Tips),
-                          Parameter(L"TipsAlign", &R::TipsAlign),
-                          Parameter(L"TipsButtons", &R::TipsButtons),
-                          Parameter(L"TipsWidth", &R::TipsWidth),
-                          List(L"Titles", &R::Titles),
-                          Parameter(L"ToolAlign", &R::ToolAlign),
-                          Parameter(L"ToolTips", &R::ToolTips),
-                          Parameter(L"Width", &R::Width),
-                          Parameter(L"ImageOption", &R::ImageOption),
-                          Parameter(L"ImageListFile", &R::ImageListFile),
-                          Parameter(L"ImageFilter", &R::ImageFilter),
-                          Parameter(L"ImageThumb", &R::ImageThumb),
-                          Parameter(L"ImageKeyField", &R::ImageKeyField),
-                          Parameter(L"ImageRange", &R::ImageRange),
-                          Parameter(L"ImageRoot", &R::ImageRoot),
-                          Parameter(L"ImageUrl", &R::ImageUrl),
-                          Parameter(L"ImagesTempl", &R::ImagesTempl),
-                          Parameter(L"ImagesPerPage", &R::ImagesPerPage),
-                          Parameter(L"ImagesPerRec", &R::ImagesPerRec),
-                          Parameter(L"ImageExt", &R::ImageExt),
-                          Parameter(L"ImagesTemplButt", &R::ImagesTemplButt),
-                          Parameter(L"ImagesTemplButt2", &R::ImagesTemplButt2),
-                          Parameter(L"ImagesFullTempl", &R::ImagesFullTempl),
-                          Parameter(L"ImageMaxWidth", &R::ImageMaxWidth),
-                          Parameter(L"ImageMaxHeight", &R::ImageMaxHeight),
-                          Parameter(L"ImagesLimit", &R::ImagesLimit),
-                          Parameter(L"ImageFormat", &R::ImageFormat),
-                          Parameter(L"ImageZoom", &R::ImageZoom)};
+        return With(
+            Parameter(L"Align", &R::Align), Parameter(L"LargeButt", &R::LargeButt),
+            List(L"Commands", &R::Commands), List(L"Fields", &R::Fields), Parameter(L"Flags", &R::Flags),
+            List(L"Formats", &R::Formats), List(L"TextFonts", &R::TextFonts), Parameter(L"Help", &R::Help),
+            Parameter(L"HelpWww", &R::HelpWww), Parameter(L"LinkedPage", &R::LinkedPage),
+            Parameter(L"LinkedServer", &R::LinkedServer), Parameter(L"LoanAlign", &R::LoanAlign),
+            Parameter(L"LoanHelp", &R::LoanHelp), List(L"LoanHtml", &R::LoanHtml),
+            Parameter(L"LoanLinksOnly", &R::LoanLinksOnly), Parameter(L"LoanQuit", &R::LoanQuit),
+            List(L"RecHtml", &R::RecHtml), Parameter(L"LoanSortBy", &R::LoanSortBy),
+            List(L"LoanTables", &R::LoanTables), Parameter(L"LoanTips", &R::LoanTips),
+            Parameter(L"LoanWidth", &R::LoanWidth), Parameter(L"Masters", &R::Masters),
+            Parameter(L"MirrorOf", &R::MirrorOf), List(L"Popups", &R::Popups), Parameter(L"Table", &R::Table),
+            List(L"Html", &R::Html), Parameter(L"Tips", &R::Tips), Parameter(L"TipsAlign", &R::TipsAlign),
+            Parameter(L"TipsButtons", &R::TipsButtons), Parameter(L"TipsWidth", &R::TipsWidth),
+            List(L"Titles", &R::Titles), Parameter(L"ToolAlign", &R::ToolAlign),
+            Parameter(L"ToolTips", &R::ToolTips), Parameter(L"Width", &R::Width),
+            Parameter(L"ImageOption", &R::ImageOption), Parameter(L"ImageListFile", &R::ImageListFile),
+            Parameter(L"ImageFilter", &R::ImageFilter), Parameter(L"ImageThumb", &R::ImageThumb),
+            Parameter(L"ImageKeyField", &R::ImageKeyField), Parameter(L"ImageRange", &R::ImageRange),
+            Parameter(L"ImageRoot", &R::ImageRoot), Parameter(L"ImageUrl", &R::ImageUrl),
+            Parameter(L"ImagesTempl", &R::ImagesTempl), Parameter(L"ImagesPerPage", &R::ImagesPerPage),
+            Parameter(L"ImagesPerRec", &R::ImagesPerRec), Parameter(L"ImageExt", &R::ImageExt),
+            Parameter(L"ImagesTemplButt", &R::ImagesTemplButt),
+            Parameter(L"ImagesTemplButt2", &R::ImagesTemplButt2),
+            Parameter(L"ImagesFullTempl", &R::ImagesFullTempl),
+            Parameter(L"ImageMaxWidth", &R::ImageMaxWidth), Parameter(L"ImageMaxHeight", &R::ImageMaxHeight),
+            Parameter(L"ImagesLimit", &R::ImagesLimit), Parameter(L"ImageFormat", &R::ImageFormat),
+            Parameter(L"ImageZoom", &R::ImageZoom));
     }
 };
 

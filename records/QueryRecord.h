@@ -38,12 +38,12 @@ struct QueryFieldRecord final : Stored<QueryFieldRecord> {
     ParmList<ParmItem> Captions;
     MessageListRecord Defaults;  // the predefined values, each with its captions
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = QueryFieldRecord;
-        return std::tuple{HeaderField(L"Flags", &R::Flags),       HeaderField(L"Semantic", &R::Semantic),
-                          HeaderField(L"Selected", &R::Selected), HeaderField(L"StopWord", &R::StopWord),
-                          HeaderField(L"Tables", &R::Tables),     HeaderField(L"Words", &R::Words),
-                          List(L"Captions", &R::Captions),        List(L"Defaults", &R::Defaults)};
+        return With(HeaderField(L"Flags", &R::Flags), HeaderField(L"Semantic", &R::Semantic),
+                    HeaderField(L"Selected", &R::Selected), HeaderField(L"StopWord", &R::StopWord),
+                    HeaderField(L"Tables", &R::Tables), HeaderField(L"Words", &R::Words),
+                    List(L"Captions", &R::Captions), List(L"Defaults", &R::Defaults));
     }
 };
 
@@ -78,35 +78,21 @@ struct QueryRecord final : Stored<QueryRecord> {
     ParmList<ParmItem> Titles;
     std::int32_t ToolAlign = 0;  // kAlignWords
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = QueryRecord;
-        return std::tuple{Parameter(L"Browse", &R::Browse),
-                          Parameter(L"LargeButt", &R::LargeButt),
-                          List(L"Commands", &R::Commands),
-                          Parameter(L"DefaultSet", &R::DefaultSet),
-                          List(L"Fields", &R::Fields),
-                          Parameter(L"Flags", &R::Flags),
-                          Parameter(L"Help", &R::Help),
-                          Parameter(L"HelpWww", &R::HelpWww),
-                          List(L"Html", &R::Html),
-                          List(L"HtmlRes", &R::HtmlRes),
-                          List(L"Message", &R::Message),
-                          Parameter(L"MirrorOf", &R::MirrorOf),
-                          List(L"OptionMsg1", &R::OptionMsg1),
-                          List(L"OptionMsg2", &R::OptionMsg2),
-                          List(L"Popups", &R::Popups),
-                          List(L"HtmlResTempl", &R::HtmlResTempl),
-                          Parameter(L"Rows", &R::Rows),
-                          Parameter(L"SetSelect", &R::SetSelect),
-                          Parameter(L"ShowRes", &R::ShowRes),
-                          Parameter(L"Style", &R::Style),
-                          List(L"HtmlTempl", &R::HtmlTempl),
-                          Parameter(L"Timeout", &R::Timeout),
-                          Parameter(L"Tips", &R::Tips),
-                          Parameter(L"TipsAlign", &R::TipsAlign),
-                          Parameter(L"TipsWidth", &R::TipsWidth),
-                          List(L"Titles", &R::Titles),
-                          Parameter(L"ToolAlign", &R::ToolAlign)};
+        return With(Parameter(L"Browse", &R::Browse), Parameter(L"LargeButt", &R::LargeButt),
+                    List(L"Commands", &R::Commands), Parameter(L"DefaultSet", &R::DefaultSet),
+                    List(L"Fields", &R::Fields), Parameter(L"Flags", &R::Flags), Parameter(L"Help", &R::Help),
+                    Parameter(L"HelpWww", &R::HelpWww), List(L"Html", &R::Html),
+                    List(L"HtmlRes", &R::HtmlRes), List(L"Message", &R::Message),
+                    Parameter(L"MirrorOf", &R::MirrorOf), List(L"OptionMsg1", &R::OptionMsg1),
+                    List(L"OptionMsg2", &R::OptionMsg2), List(L"Popups", &R::Popups),
+                    List(L"HtmlResTempl", &R::HtmlResTempl), Parameter(L"Rows", &R::Rows),
+                    Parameter(L"SetSelect", &R::SetSelect), Parameter(L"ShowRes", &R::ShowRes),
+                    Parameter(L"Style", &R::Style), List(L"HtmlTempl", &R::HtmlTempl),
+                    Parameter(L"Timeout", &R::Timeout), Parameter(L"Tips", &R::Tips),
+                    Parameter(L"TipsAlign", &R::TipsAlign), Parameter(L"TipsWidth", &R::TipsWidth),
+                    List(L"Titles", &R::Titles), Parameter(L"ToolAlign", &R::ToolAlign));
     }
 };
 

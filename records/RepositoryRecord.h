@@ -21,15 +21,14 @@ struct RepositoryRecord final : Stored<RepositoryRecord> {
     std::int32_t Flags = 0;  // no flag word exists
     std::wstring MirrorOf;   // the repository that this one mirrors
 
-    static constexpr auto Properties() {
-        return std::tuple{Parameter(L"Path", &RepositoryRecord::Path),
-                          Parameter(L"Url", &RepositoryRecord::Url),
-                          Parameter(L"Table", &RepositoryRecord::Table),
-                          Parameter(L"KeyField", &RepositoryRecord::KeyField),
-                          Parameter(L"TempPath", &RepositoryRecord::TempPath),
-                          Parameter(L"ReadOnly", &RepositoryRecord::ReadOnly),
-                          Parameter(L"Flags", &RepositoryRecord::Flags),
-                          Parameter(L"MirrorOf", &RepositoryRecord::MirrorOf)};
+    static constexpr auto Properties(auto With) {
+        return With(Parameter(L"Path", &RepositoryRecord::Path), Parameter(L"Url", &RepositoryRecord::Url),
+                    Parameter(L"Table", &RepositoryRecord::Table),
+                    Parameter(L"KeyField", &RepositoryRecord::KeyField),
+                    Parameter(L"TempPath", &RepositoryRecord::TempPath),
+                    Parameter(L"ReadOnly", &RepositoryRecord::ReadOnly),
+                    Parameter(L"Flags", &RepositoryRecord::Flags),
+                    Parameter(L"MirrorOf", &RepositoryRecord::MirrorOf));
     }
 
     /// Parses a section text onto this record, keyword by keyword: what the text leaves out stays. True on

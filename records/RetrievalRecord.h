@@ -62,32 +62,20 @@ struct RetrievalRecord final : Stored<RetrievalRecord> {
     std::wstring Url;
     std::wstring UrlFor;
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = RetrievalRecord;
-        return std::tuple{Parameter(L"Compressed", &R::Compressed),
-                          Parameter(L"BackupPath", &R::BackupPath),
-                          Parameter(L"TempPath", &R::TempPath),
-                          Parameter(L"DbVersion", &R::DbVersion),
-                          Parameter(L"Encryption", &R::Encryption),
-                          Parameter(L"Flags", &R::Flags),
-                          Parameter(L"Help", &R::Help),
-                          Parameter(L"HelpType", &R::HelpType),
-                          Parameter(L"HtmlRoot", &R::HtmlRoot),
-                          Parameter(L"LockFile", &R::LockFile),
-                          Parameter(L"LogFile", &R::LogFile),
-                          Parameter(L"LoanEnable", &R::LoanEnable),
-                          Parameter(L"LoanPath", &R::LoanPath),
-                          Parameter(L"MenuBar", &R::MenuBar),
-                          Parameter(L"MirrorOf", &R::MirrorOf),
-                          Parameter(L"FileMaxItems", &R::FileMaxItems),
-                          Parameter(L"FileMaxRecs", &R::FileMaxRecs),
-                          Parameter(L"PrnMaxItems", &R::PrnMaxItems),
-                          Parameter(L"PrnMaxRecs", &R::PrnMaxRecs),
-                          Parameter(L"Path", &R::Path),
-                          Parameter(L"DataLockPwd", &R::DataLockPwd),
-                          Parameter(L"RemoteDb", &R::RemoteDb),
-                          Parameter(L"Url", &R::Url),
-                          Parameter(L"UrlFor", &R::UrlFor)};
+        return With(Parameter(L"Compressed", &R::Compressed), Parameter(L"BackupPath", &R::BackupPath),
+                    Parameter(L"TempPath", &R::TempPath), Parameter(L"DbVersion", &R::DbVersion),
+                    Parameter(L"Encryption", &R::Encryption), Parameter(L"Flags", &R::Flags),
+                    Parameter(L"Help", &R::Help), Parameter(L"HelpType", &R::HelpType),
+                    Parameter(L"HtmlRoot", &R::HtmlRoot), Parameter(L"LockFile", &R::LockFile),
+                    Parameter(L"LogFile", &R::LogFile), Parameter(L"LoanEnable", &R::LoanEnable),
+                    Parameter(L"LoanPath", &R::LoanPath), Parameter(L"MenuBar", &R::MenuBar),
+                    Parameter(L"MirrorOf", &R::MirrorOf), Parameter(L"FileMaxItems", &R::FileMaxItems),
+                    Parameter(L"FileMaxRecs", &R::FileMaxRecs), Parameter(L"PrnMaxItems", &R::PrnMaxItems),
+                    Parameter(L"PrnMaxRecs", &R::PrnMaxRecs), Parameter(L"Path", &R::Path),
+                    Parameter(L"DataLockPwd", &R::DataLockPwd), Parameter(L"RemoteDb", &R::RemoteDb),
+                    Parameter(L"Url", &R::Url), Parameter(L"UrlFor", &R::UrlFor));
     }
 };
 

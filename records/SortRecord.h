@@ -24,10 +24,10 @@ struct SortRecord final : Stored<SortRecord> {
     std::wstring Table;         // 256 characters; the one at place c is the weight of character code c
     std::int32_t Flags = 0;     // only ever written as 0
 
-    static constexpr auto Properties() {
-        return std::tuple{Parameter(L"MirrorOf", &SortRecord::MirrorOf),
-                          Parameter(L"Switches", &SortRecord::Switches),
-                          Parameter(L"Table", &SortRecord::Table), Parameter(L"Flags", &SortRecord::Flags)};
+    static constexpr auto Properties(auto With) {
+        return With(Parameter(L"MirrorOf", &SortRecord::MirrorOf),
+                    Parameter(L"Switches", &SortRecord::Switches), Parameter(L"Table", &SortRecord::Table),
+                    Parameter(L"Flags", &SortRecord::Flags));
     }
 };
 

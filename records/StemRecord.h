@@ -51,13 +51,13 @@ struct StemFieldRecord final : Stored<StemFieldRecord> {
     std::wstring StopWord;  // stop-word table
     ParmList<ParmItem> Captions;
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = StemFieldRecord;
-        return std::tuple{Parameter(L"DataType", &R::DataType), Parameter(L"Default", &R::Default),
-                          Parameter(L"Flags", &R::Flags),       Parameter(L"Hidden", &R::Hidden),
-                          Parameter(L"MaxLen", &R::MaxLen),     Parameter(L"PadMask", &R::PadMask),
-                          Parameter(L"Postfix", &R::Postfix),   Parameter(L"Prefix", &R::Prefix),
-                          Parameter(L"StopWord", &R::StopWord), List(L"Captions", &R::Captions)};
+        return With(Parameter(L"DataType", &R::DataType), Parameter(L"Default", &R::Default),
+                    Parameter(L"Flags", &R::Flags), Parameter(L"Hidden", &R::Hidden),
+                    Parameter(L"MaxLen", &R::MaxLen), Parameter(L"PadMask", &R::PadMask),
+                    Parameter(L"Postfix", &R::Postfix), Parameter(L"Prefix", &R::Prefix),
+                    Parameter(L"StopWord", &R::StopWord), List(L"Captions", &R::Captions));
     }
 };
 
@@ -76,14 +76,13 @@ struct StemRecord final : Stored<StemRecord> {
     ParmList<CommandRecord> Commands;
     ParmList<StemFieldRecord> Fields;
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = StemRecord;
-        return std::tuple{Parameter(L"Style", &R::Style),     Parameter(L"Flags", &R::Flags),
-                          Parameter(L"Help", &R::Help),       Parameter(L"HelpWww", &R::HelpWww),
-                          Parameter(L"Timeout", &R::Timeout), Parameter(L"MirrorOf", &R::MirrorOf),
-                          List(L"Titles", &R::Titles),        List(L"Messages", &R::Messages),
-                          List(L"Fonts", &R::Fonts),          List(L"Commands", &R::Commands),
-                          List(L"Fields", &R::Fields)};
+        return With(Parameter(L"Style", &R::Style), Parameter(L"Flags", &R::Flags),
+                    Parameter(L"Help", &R::Help), Parameter(L"HelpWww", &R::HelpWww),
+                    Parameter(L"Timeout", &R::Timeout), Parameter(L"MirrorOf", &R::MirrorOf),
+                    List(L"Titles", &R::Titles), List(L"Messages", &R::Messages), List(L"Fonts", &R::Fonts),
+                    List(L"Commands", &R::Commands), List(L"Fields", &R::Fields));
     }
 };
 

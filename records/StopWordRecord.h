@@ -30,12 +30,12 @@ struct StopWordRecord final : Stored<StopWordRecord> {
     /// code 0.
     std::wstring Table = std::wstring(1, L'\0');
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = StopWordRecord;
-        return std::tuple{Parameter(L"Anywhere", &R::Anywhere),     Parameter(L"Flags", &R::Flags),
-                          Parameter(L"IfFirst", &R::IfFirst),       Parameter(L"IfNotOnly", &R::IfNotOnly),
-                          Parameter(L"IgnoreCase", &R::IgnoreCase), Parameter(L"MirrorOf", &R::MirrorOf),
-                          Parameter(L"Separator", &R::Separator),   Parameter(L"Table", &R::Table)};
+        return With(Parameter(L"Anywhere", &R::Anywhere), Parameter(L"Flags", &R::Flags),
+                    Parameter(L"IfFirst", &R::IfFirst), Parameter(L"IfNotOnly", &R::IfNotOnly),
+                    Parameter(L"IgnoreCase", &R::IgnoreCase), Parameter(L"MirrorOf", &R::MirrorOf),
+                    Parameter(L"Separator", &R::Separator), Parameter(L"Table", &R::Table));
     }
 };
 

@@ -11,7 +11,7 @@ struct StringItemRecord final : Stored<StringItemRecord> {
 
     ParmList<ParmItem> Message;  // one a language
 
-    static constexpr auto Properties() { return std::tuple{List(L"Message", &StringItemRecord::Message)}; }
+    static constexpr auto Properties(auto With) { return With(List(L"Message", &StringItemRecord::Message)); }
 };
 
 struct StringTableRecord final : Stored<StringTableRecord> {
@@ -19,7 +19,9 @@ struct StringTableRecord final : Stored<StringTableRecord> {
 
     ParmList<StringItemRecord> Messages;
 
-    static constexpr auto Properties() { return std::tuple{List(L"Messages", &StringTableRecord::Messages)}; }
+    static constexpr auto Properties(auto With) {
+        return With(List(L"Messages", &StringTableRecord::Messages));
+    }
 };
 
 }  // namespace kv

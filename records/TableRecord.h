@@ -37,12 +37,12 @@ struct TableRecord final : Stored<TableRecord> {
     std::int32_t Style = -1;  // kTableStyles
     std::int32_t TableID = 0;
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = TableRecord;
-        return std::tuple{HeaderField(L"Columns", &R::Columns),   List(L"Fields", &R::Fields),
-                          HeaderField(L"Flags", &R::Flags),       HeaderField(L"Index", &R::Index),
-                          HeaderField(L"MirrorOf", &R::MirrorOf), List(L"Sort", &R::Sort),
-                          HeaderField(L"Style", &R::Style),       HeaderField(L"TableID", &R::TableID)};
+        return With(HeaderField(L"Columns", &R::Columns), List(L"Fields", &R::Fields),
+                    HeaderField(L"Flags", &R::Flags), HeaderField(L"Index", &R::Index),
+                    HeaderField(L"MirrorOf", &R::MirrorOf), List(L"Sort", &R::Sort),
+                    HeaderField(L"Style", &R::Style), HeaderField(L"TableID", &R::TableID));
     }
 };
 

@@ -30,18 +30,13 @@ struct WebClientRecord final : Stored<WebClientRecord> {
     bool StatusBar = false;
     std::int32_t ToolAlign = 0;  // kAlignWords
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = WebClientRecord;
-        return std::tuple{Parameter(L"AddressBar", &R::AddressBar),
-                          Parameter(L"LargeButt", &R::LargeButt),
-                          List(L"Commands", &R::Commands),
-                          Parameter(L"DefaultFontSize", &R::DefaultFontSize),
-                          Parameter(L"Flags", &R::Flags),
-                          Parameter(L"MirrorOf", &R::MirrorOf),
-                          List(L"Popups", &R::Popups),
-                          Parameter(L"Protocols", &R::Protocols),
-                          Parameter(L"StatusBar", &R::StatusBar),
-                          Parameter(L"ToolAlign", &R::ToolAlign)};
+        return With(Parameter(L"AddressBar", &R::AddressBar), Parameter(L"LargeButt", &R::LargeButt),
+                    List(L"Commands", &R::Commands), Parameter(L"DefaultFontSize", &R::DefaultFontSize),
+                    Parameter(L"Flags", &R::Flags), Parameter(L"MirrorOf", &R::MirrorOf),
+                    List(L"Popups", &R::Popups), Parameter(L"Protocols", &R::Protocols),
+                    Parameter(L"StatusBar", &R::StatusBar), Parameter(L"ToolAlign", &R::ToolAlign));
     }
 };
 

@@ -45,24 +45,16 @@ struct WebServerRecord final : Stored<WebServerRecord> {
     std::int32_t QueryTimeout = 0;
     ParmList<HtmlRecord> Record;
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = WebServerRecord;
-        return std::tuple{Parameter(L"BrowseRows", &R::BrowseRows),
-                          List(L"Browse", &R::Browse),
-                          List(L"Constants", &R::Constants),
-                          List(L"Errors", &R::Errors),
-                          List(L"History", &R::History),
-                          List(L"Home", &R::Home),
-                          Parameter(L"Flags", &R::Flags),
-                          List(L"LoanReport", &R::LoanReport),
-                          List(L"Loan", &R::Loan),
-                          Parameter(L"LogFile", &R::LogFile),
-                          Parameter(L"MessageLevel", &R::MessageLevel),
-                          List(L"Messages", &R::Messages),
-                          List(L"QueryResult", &R::QueryResult),
-                          List(L"Query", &R::Query),
-                          Parameter(L"QueryTimeout", &R::QueryTimeout),
-                          List(L"Record", &R::Record)};
+        return With(Parameter(L"BrowseRows", &R::BrowseRows), List(L"Browse", &R::Browse),
+                    List(L"Constants", &R::Constants), List(L"Errors", &R::Errors),
+                    List(L"History", &R::History), List(L"Home", &R::Home), Parameter(L"Flags", &R::Flags),
+                    List(L"LoanReport", &R::LoanReport), List(L"Loan", &R::Loan),
+                    Parameter(L"LogFile", &R::LogFile), Parameter(L"MessageLevel", &R::MessageLevel),
+                    List(L"Messages", &R::Messages), List(L"QueryResult", &R::QueryResult),
+                    List(L"Query", &R::Query), Parameter(L"QueryTimeout", &R::QueryTimeout),
+                    List(L"Record", &R::Record));
     }
 };
 

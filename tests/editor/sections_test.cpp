@@ -456,15 +456,13 @@ TYPED_TEST(Section, RandomRecordsReachAFixpointAfterOneReading) {
         };
         OneLine(From.Name);
         OneLine(From.Desc);
-        std::apply(
-            [&](const auto&... P) {
-                const auto Each = [&](auto& Member) {
-                    if constexpr (std::is_same_v<std::remove_cvref_t<decltype(Member)>, std::wstring>)
-                        OneLine(Member);
-                };
-                (Each(From.*P.Place), ...);
-            },
-            Record::Properties());
+        Record::Properties([&](const auto&... P) {
+            const auto Each = [&](auto& Member) {
+                if constexpr (std::is_same_v<std::remove_cvref_t<decltype(Member)>, std::wstring>)
+                    OneLine(Member);
+            };
+            (Each(From.*P.Place), ...);
+        });
         if constexpr (TypeParam::kNeedsLanguage) From.Language += L"X";
         if constexpr (Mandatory<TypeParam>() == L"NAME=") From.Name += L"X";
         const std::wstring Text = this->Shown(From);

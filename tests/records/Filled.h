@@ -5,7 +5,6 @@
 #include <limits>
 #include <random>
 #include <string>
-#include <tuple>
 #include <type_traits>
 
 #include "frame/StrUtil.h"
@@ -53,7 +52,7 @@ class Filler {
         Into.Name = Text();
         Into.Desc = Text();
         Into.Version = Number();
-        std::apply([&](const auto&... P) { (FillMember(Into.*P.Place), ...); }, R::Properties());
+        R::Properties([&](const auto&... P) { (FillMember(Into.*P.Place), ...); });
     }
 
   private:

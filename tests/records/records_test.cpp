@@ -146,7 +146,7 @@ TYPED_TEST(EveryRecord, TheIdentityAnswersToItsNames) {
 
 TYPED_TEST(EveryRecord, PropertyNamesAreUniqueAndNotThoseOfTheIdentity) {
     std::vector<std::wstring_view> Names{L"Id", L"Name", L"Desc", L"Version"};
-    std::apply([&](const auto&... P) { (Names.push_back(P.Name), ...); }, TypeParam::Properties());
+    TypeParam::Properties([&](const auto&... P) { (Names.push_back(P.Name), ...); });
     for (std::size_t A = 0; A < Names.size(); ++A)
         for (std::size_t B = A + 1; B < Names.size(); ++B) EXPECT_FALSE(Names[A] == Names[B]);
 }

@@ -1,12 +1,11 @@
 // The record protocol, on a record made for the purpose: what is stored under which name, what is converted,
 // what is kept, what CopyTo takes over.
-#include "records/Stored.h"
-
 #include <gtest/gtest.h>
 
 #include <memory>
 
 #include "records/ParmItem.h"
+#include "records/StoredBody.h"
 #include "tests/frame/FailingMemory.h"
 #include "tests/frame/Told.h"
 #include "tests/records/Filled.h"
@@ -22,9 +21,9 @@ struct Leaf final : Stored<Leaf> {
     std::uint8_t Weight = 7;
     ParmList<ParmItem> Tips;
 
-    static constexpr auto Properties() {
-        return std::tuple{Parameter(L"Code", &Leaf::Code), Parameter(L"Weight", &Leaf::Weight),
-                          List(L"Tips", &Leaf::Tips)};
+    static constexpr auto Properties(auto With) {
+        return With(Parameter(L"Code", &Leaf::Code), Parameter(L"Weight", &Leaf::Weight),
+                    List(L"Tips", &Leaf::Tips));
     }
 };
 
@@ -42,13 +41,12 @@ struct AllKinds final : Stored<AllKinds> {
     ParmList<Leaf> Leaves;
     std::int32_t Mark = 5;
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = AllKinds;
-        return std::tuple{HeaderField(L"Origin", &R::Origin), Parameter(L"Tiny", &R::Tiny),
-                          Parameter(L"Short", &R::Short),     Parameter(L"Wide", &R::Wide),
-                          Parameter(L"Octet", &R::Octet),     Parameter(L"Flag", &R::Flag),
-                          Parameter(L"Text", &R::Text),       List(L"Leaves", &R::Leaves),
-                          HeaderField(L"Mark", &R::Mark)};
+        return With(
+            HeaderField(L"Origin", &R::Origin), Parameter(L"Tiny", &R::Tiny), Parameter(L"Short", &R::Short),
+            Parameter(L"Wide", &R::Wide), Parameter(L"Octet", &R::Octet), Parameter(L"Flag", &R::Flag),
+            Parameter(L"Text", &R::Text), List(L"Leaves", &R::Leaves), HeaderField(L"Mark", &R::Mark));
     }
 };
 
@@ -670,8 +668,8 @@ struct Holder final : Stored<Holder> {
     std::int32_t Count = 0;
     ParmList<ParmItem> Texts;
 
-    static constexpr auto Properties() {
-        return std::tuple{Parameter(L"Count", &Holder::Count), List(L"Texts", &Holder::Texts)};
+    static constexpr auto Properties(auto With) {
+        return With(Parameter(L"Count", &Holder::Count), List(L"Texts", &Holder::Texts));
     }
 };
 struct WithHolder final : Stored<WithHolder> {
@@ -682,10 +680,9 @@ struct WithHolder final : Stored<WithHolder> {
     ParmList<std::wstring> Words;
     std::wstring Text;
 
-    static constexpr auto Properties() {
+    static constexpr auto Properties(auto With) {
         using R = WithHolder;
-        return std::tuple{List(L"Inner", &R::Inner), Parameter(L"Words", &R::Words),
-                          Parameter(L"Text", &R::Text)};
+        return With(List(L"Inner", &R::Inner), Parameter(L"Words", &R::Words), Parameter(L"Text", &R::Text));
     }
 };
 
