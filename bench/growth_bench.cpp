@@ -2,8 +2,8 @@
 // processor time for one element at 10 n over that at n: 1 where the time grows with the work, 10 where it
 // grows with the square. Work on one element of a list (added, moved, deleted, saved) is reckoned over the
 // whole list too: 1 where the list is walked once for it, near 0.1 where the time does not depend on the
-// list. What no longer fits into a cache lifts a straight curve; the floors CopyFields, WalkFields and
-// CopyWords, which do nothing but touch the same memory, show by how much.
+// list. What no longer fits into a cache lifts a straight curve; the floors CopyFields and WalkFields,
+// which do nothing but touch the same memory, show by how much.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -14,43 +14,28 @@
 #include <string>
 #include <vector>
 
-#include "frame/CoreUtil.h"
-#include "frame/Platform.h"
+#include "bench/Desk.h"
 #include "frame/TagTools.h"
 #include "records/StopWordRecord.h"
 #include "records/TableRecord.h"
 #include "server/vdSvr.h"
-#include "window/TreeModel.h"
-#include "window/WindowCore.h"
 
 namespace {
 
 using namespace kv;
+using bench::Agreeing;
+using bench::Desk;
+using bench::Must;
 
 constexpr std::int32_t kFields = 10000;
 constexpr std::int32_t kPairs = 100000;
 constexpr int kTimes = 20;  // that work on one element is done
-
-// An operator who says yes to everything.
-class Agreeing final : public SilentPlatform {
-  public:
-    Agreeing() : Before_(CoreUtil::Instance().SetPlatform(this)) {}
-    ~Agreeing() override { CoreUtil::Instance().SetPlatform(Before_); }
-    Answer MessageBox(std::wstring_view, std::int32_t) override { return Answer::Yes; }
-
-  private:
-    Platform* Before_;
-};
 
 // Processor time: what else runs on the machine is not to count.
 double Seconds(auto&& Work) {
     const std::clock_t Start = std::clock();
     Work();
     return static_cast<double>(std::clock() - Start) / CLOCKS_PER_SEC;
-}
-
-void Must(bool Failed) {
-    if (Failed) throw std::runtime_error("refused");
 }
 
 // Fields in groups of ten, tags 1 to n.
@@ -73,57 +58,6 @@ TableRecord TableOf(std::int32_t Count) {
     }
     return Made;
 }
-
-std::wstring WordsOf(std::int32_t Count) {
-    std::wstring Text;
-    for (std::int32_t I = 1; I <= Count; ++I)
-        Text.append(L"\"word ")
-            .append(std::to_wstring(I))
-            .append(L"\"=\"replacement ")
-            .append(std::to_wstring(I))
-            .append(L"\"\r\n");
-    return Text;
-}
-
-// An object open in a window without a screen.
-class Desk final : private window::TreeFace {
-  public:
-    Desk(std::wstring_view ClassWord, RegObject Content)
-        : Object(std::make_shared<MemoryRegData>(ClassWord, std::move(Content))),
-          Server(nullptr, [this] { return Tree; }),
-          Core(Server, *Tree, *Object, Clipboard) {
-        Tree->SetFace(this);
-        RegData* Target = nullptr;
-        Must(Server.ShowData(nullptr, Object, std::wstring(ClassWord), Target, false));
-    }
-    ~Desk() override { Tree->SetFace(nullptr); }
-
-    // Key of the first node of a section, or of the one in the middle of its folder.
-    std::wstring Leaf(std::wstring_view Section) const {
-        std::wstring Found;
-        Tree->ForEach([&](const window::TreeNode& Node) {
-            if (Found.empty() && IsLeafKey(Node.Key) && SectionWord(Node.Key) == Section) Found = Node.Key;
-        });
-        return Found;
-    }
-    std::wstring Middle(std::wstring_view Folder) const {
-        const window::TreeNode* const Node = Tree->Find(Folder);
-        return Tree->NodeAt(Folder, Node->Children.Count() / 2);
-    }
-    // The leaf with the parameters of an element.
-    std::wstring ParmsOf(std::wstring_view Element) const {
-        return Tree->NodeAt(Tree->NodeAt(Element, 1), 1);
-    }
-
-    ClipItem Clipboard;
-    std::shared_ptr<MemoryRegData> Object;
-    std::shared_ptr<window::TreeModel> Tree = std::make_shared<window::TreeModel>();
-    vdSvr Server;
-    window::WindowCore Core;
-
-  private:
-    [[nodiscard]] bool Run(TreeCall&) override { return false; }
-};
 
 // Runs `Work(n)` and `Work(10 n)`, which answer the seconds that the work itself took.
 void Grow(benchmark::State& State, std::int32_t Small, auto&& Work) {
@@ -289,31 +223,6 @@ void DeleteAllFields(benchmark::State& State) {
 }
 BENCHMARK(DeleteAllFields)->Apply(Repeated);
 
-// The floor of the words: their text copied.
-void CopyWords(benchmark::State& State) {
-    Grow(State, kPairs, [](std::int32_t Count) {
-        const std::wstring Text = WordsOf(Count);
-        std::wstring Copy;
-        return Seconds([&] {
-            Copy = Text;
-            benchmark::DoNotOptimize(Copy.data());
-        });
-    });
-}
-BENCHMARK(CopyWords)->Apply(Repeated);
-
-void SaveWords(benchmark::State& State) {
-    Grow(State, kPairs, [](std::int32_t Count) {
-        Desk On(L"STOPWORD", StopWordRecord().SaveObject());
-        Must(On.Core.LoadData());
-        std::wstring Text = WordsOf(Count);
-        const std::wstring Leaf = On.Leaf(L"MESSAGE");
-        std::wstring Made;
-        return Seconds([&] { Must(On.Core.SaveData({.CurrItem = Leaf}, Text, Made)); });
-    });
-}
-BENCHMARK(SaveWords)->Apply(Repeated);
-
 // As many words on one line as tabs part: each beginning may be a repeat.
 void SaveOneLineOfTabs(benchmark::State& State) {
     Grow(State, kPairs, [](std::int32_t Count) {
@@ -326,21 +235,5 @@ void SaveOneLineOfTabs(benchmark::State& State) {
     });
 }
 BENCHMARK(SaveOneLineOfTabs)->Apply(Repeated);
-
-void ShowWords(benchmark::State& State) {
-    Grow(State, kPairs, [](std::int32_t Count) {
-        Desk On(L"STOPWORD", StopWordRecord().SaveObject());
-        Must(On.Core.LoadData());
-        std::wstring Text = WordsOf(Count);
-        const std::wstring Leaf = On.Leaf(L"MESSAGE");
-        std::wstring Made;
-        Must(On.Core.SaveData({.CurrItem = Leaf}, Text, Made));
-        std::wstring Shown;
-        const double Took = Seconds([&] { Must(On.Core.DispData({.CurrItem = Leaf}, Shown)); });
-        if (!Shown.starts_with(Text)) throw std::runtime_error("shown otherwise");
-        return Took;
-    });
-}
-BENCHMARK(ShowWords)->Apply(Repeated);
 
 }  // namespace

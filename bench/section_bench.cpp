@@ -92,5 +92,3 @@ void WriteParms(benchmark::State& State) {
 BENCHMARK(WriteParms)->Apply(Over);
 
 }  // namespace
-
-BENCHMARK_MAIN();

@@ -72,14 +72,17 @@ class ParmList final : public ParmListBase {
         if (Entries_.size() == Entries_.capacity())
             Entries_.reserve(Entries_.empty() ? 4 : 2 * Entries_.size());
         Entry New{std::move(Element), std::wstring(Key)};
-        if (!Key.empty()) Keys_.emplace(New.Key, &Added);
+        if (!Key.empty()) {
+            if (!Keys_) Keys_ = std::make_unique<Keys>();
+            Keys_->emplace(New.Key, &Added);
+        }
         Entries_.insert(Entries_.begin() + static_cast<std::ptrdiff_t>(Place), std::move(New));
         return Added;
     }
 
     void Remove(std::int32_t Index) override {
         const auto At = Entries_.begin() + static_cast<std::ptrdiff_t>(Slot(Index));
-        if (!At->Key.empty()) Keys_.erase(At->Key);
+        if (!At->Key.empty()) Keys_->erase(At->Key);
         Entries_.erase(At);
     }
 
@@ -88,16 +91,17 @@ class ParmList final : public ParmListBase {
     T& Item(std::int32_t Index) { return *Entries_[Slot(Index)].Element; }
     const T& Item(std::int32_t Index) const { return *Entries_[Slot(Index)].Element; }
 
-    bool Exists(std::wstring_view Key) const { return Keys_.contains(std::wstring(Key)); }
+    bool Exists(std::wstring_view Key) const { return Find(Key) != nullptr; }
 
     /// The element of that key, null when there is none.
     const T* Find(std::wstring_view Key) const {
-        const auto At = Keys_.find(std::wstring(Key));
-        return At == Keys_.end() ? nullptr : At->second;
+        if (!Keys_) return nullptr;
+        const auto At = Keys_->find(std::wstring(Key));
+        return At == Keys_->end() ? nullptr : At->second;
     }
 
     void Clear() noexcept override {
-        Keys_.clear();
+        Keys_.reset();
         Entries_.clear();
     }
 
@@ -130,7 +134,9 @@ class ParmList final : public ParmListBase {
     }
 
     std::vector<Entry> Entries_;
-    std::unordered_map<std::wstring, T*> Keys_;
+    // Null until an element has a key: few lists have keys, and records have many lists.
+    using Keys = std::unordered_map<std::wstring, T*>;
+    std::unique_ptr<Keys> Keys_;
 };
 
 }  // namespace kv

@@ -57,8 +57,8 @@ using ReadParm = bool (*)(Scratch&, Parm&);
 
 enum class Repeat : bool { Once, Any };
 
-/// A row of a ladder. A keyword passes CheckParmOnce before it is read, unless it may repeat. Any row type
-/// with a Keyword, a Read and a Times makes a ladder.
+/// A row of a ladder, in which no keyword stands twice. A keyword passes CheckParmOnce before it is read,
+/// unless it may repeat. Any row type with a Keyword, a Read and a Times makes a ladder.
 template <class Scratch>
 struct LadderRow {
     std::wstring_view Keyword;
@@ -70,16 +70,24 @@ namespace detail {
 /// The loop of every parser. `Find(Keyword)` gives the row or null, `Other` takes a parameter without a row.
 template <class Scratch, class Rows, class Other>
 bool ReadLines(SectionText& Text, const Rows& Table, Scratch& Into, Parm& P, Other&& Otherwise) {
+    const auto Begin = std::begin(Table);
+    const auto End = std::end(Table);
+    auto Next = Begin;  // behind the row found last: most texts stand in the order of their table
     while (!Text.Empty()) {
         if (GetFieldValue(Text, P.Keyword, P.Value)) return true;
         if (P.Keyword.empty()) continue;
         P.Line = Text.Line();
-        const auto Found = std::find_if(std::begin(Table), std::end(Table),
-                                        [&](const auto& Row) { return Row.Keyword == P.Keyword; });
+        const auto IsIt = [&](const auto& Row) { return Row.Keyword == P.Keyword; };
+        auto Found = std::find_if(Next, End, IsIt);
+        if (Found == End) {
+            Found = std::find_if(Begin, Next, IsIt);
+            if (Found == Next) Found = End;
+        }
         bool Failed = false;
-        if (Found == std::end(Table)) {
+        if (Found == End) {
             Failed = Otherwise(Into, P);
         } else {
+            Next = std::next(Found);
             if (Found->Times == Repeat::Once) CheckParmOnce(P.Keyword);
             Failed = Found->Read(Into, P);
         }

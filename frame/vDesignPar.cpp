@@ -24,12 +24,9 @@ class DuplicateList {
     // True when `Keyword` stands in the list already; else it is added as the last.
     bool Note(std::wstring_view Keyword) {
         const std::size_t Begin = Letters_.size();
-        std::uint32_t Hash = 2166136261U;
-        for (const wchar_t C : Keyword) {
-            const wchar_t U = StrUtil::Upper(C);
-            Letters_.push_back(U);
-            Hash = (Hash ^ static_cast<std::uint32_t>(U)) * 16777619U;
-        }
+        Letters_.append(Keyword);
+        for (std::size_t At = Begin; At < Letters_.size(); ++At) Letters_[At] = StrUtil::Upper(Letters_[At]);
+        const std::uint32_t Hash = HashOf(std::wstring_view(Letters_).substr(Begin));
         if (2 * (Entries_.size() + 1) > Slots_.size()) Grow();
         std::size_t Slot = Hash & (Slots_.size() - 1);
         for (; Slots_[Slot] != 0; Slot = (Slot + 1) & (Slots_.size() - 1)) {
@@ -55,6 +52,17 @@ class DuplicateList {
         std::uint32_t Hash;
         std::size_t Slot;
     };
+
+    // Two letters a step: each step waits for the one before.
+    static std::uint32_t HashOf(std::wstring_view Keyword) noexcept {
+        const auto Letter = [&](std::size_t At) {
+            return At < Keyword.size() ? static_cast<std::uint64_t>(Keyword[At]) : 0U;
+        };
+        std::uint64_t Hash = 14695981039346656037U;
+        for (std::size_t At = 0; At < Keyword.size(); At += 2)
+            Hash = (Hash ^ Letter(At) ^ Letter(At + 1) << 32U) * 1099511628211U;
+        return static_cast<std::uint32_t>(Hash ^ Hash >> 32U);
+    }
 
     std::wstring_view Text(const Entry& E) const noexcept {
         return std::wstring_view(Letters_).substr(E.Begin, E.Length);
@@ -85,11 +93,19 @@ constexpr bool IsComment(std::wstring_view Line) noexcept {
     return Line.empty() || Line.front() == L'\'' || Line.front() == L';' || Line.front() == L'*';
 }
 
+// Where the line ends, npos without a line end. Quicker than looking for both characters at once.
+std::size_t LineEndIn(std::wstring_view Text) noexcept {
+    std::size_t At = Text.find(StrUtil::kLineEnd[0]);
+    while (At != Text.npos && (At + 1 == Text.size() || Text[At + 1] != StrUtil::kLineEnd[1]))
+        At = Text.find(StrUtil::kLineEnd[0], At + 1);
+    return At;
+}
+
 }  // namespace
 
 std::wstring_view SectionText::TakeLine() noexcept {
     if (!Within_) ++Line_;
-    const std::size_t End = Rest_.find(StrUtil::kLineEnd);
+    const std::size_t End = LineEndIn(Rest_);
     const std::wstring_view Line = Rest_.substr(0, End);
     Rest_ = End == std::wstring_view::npos ? std::wstring_view{}
                                            : StrUtil::TrimLeft(Rest_.substr(End + StrUtil::kLineEnd.size()));
@@ -98,7 +114,8 @@ std::wstring_view SectionText::TakeLine() noexcept {
 
 bool GetFieldValue(SectionText& Buffer, std::wstring_view& Keyword, std::wstring_view& Value,
                    bool WholeLine) {
-    return Trap(L"vDesignPar.GetFieldValue", Buffer, [&] {
+    static constexpr std::wstring_view kSource = L"vDesignPar.GetFieldValue";  // measured at compile time
+    return Trap(kSource, Buffer, [&] {
         const std::wstring_view Line = Buffer.TakeLine();
         Keyword = Line;
         if (IsComment(Line)) {
@@ -151,10 +168,12 @@ std::wstring_view NextFlag(std::wstring_view& Value) noexcept {
 }
 
 int BoolWord(std::wstring& Value) {
+    static constexpr std::wstring_view kTrue[] = {L"TRUE", L"VERO"};
+    static constexpr std::wstring_view kFalse[] = {L"FALSE", L"FALSO"};
     StrUtil::UpperInPlace(Value);
-    if (Value.empty()) Value = L"FALSE";
-    if (Value == L"VERO" || Value == L"TRUE") return -1;
-    if (Value == L"FALSO" || Value == L"FALSE") return 0;
+    if (Value.empty()) Value = kFalse[0];
+    if (Value == kTrue[0] || Value == kTrue[1]) return -1;
+    if (Value == kFalse[0] || Value == kFalse[1]) return 0;
     return 1;
 }
 

@@ -7,9 +7,12 @@
 //         ParmList<ParmItem> Titles;
 //         static constexpr auto Properties(auto With) {
 //             return With(Parameter(L"FileName", &HtmlRecord::FileName),
-//                               List(L"Titles", &HtmlRecord::Titles));
+//                         List(L"Titles", &HtmlRecord::Titles));
 //         }
 //     };
+//
+// `With` is called with all of them at once. What the operations do stands in StoredBody.h, and each record
+// is made there once: a new one wants its line in one of records/*Records.cpp.
 //
 // In a stored object a scalar property is a named value, a list is a child object with one child an element,
 // a record inside the record is a child object too; the names are the property names. An element of a list of

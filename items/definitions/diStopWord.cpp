@@ -1,8 +1,10 @@
 #include "items/definitions/diStopWord.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
-#include <unordered_set>
 #include <utility>
+#include <vector>
 
 #include "frame/SectionTable.h"
 #include "frame/vdbcModule.h"
@@ -97,16 +99,16 @@ class PairLine {
 };
 
 // The packed table as it grows. A word is a repeat when the text already holds a code 0, the word and a tab.
-// What stands between the two is kept by its hash, so that a repeat is found without walking the text; a tab
+// Where such a word begins is kept under its hash, so that a repeat is found without walking the text; a tab
 // inside a word or a replacement ends one such word more. Only a word with a code 0 inside, which may begin
 // in one pair and end in another, is looked for in the text itself.
 class PackedWords {
   public:
-    // `Room` is what the text will need at most: it must not move under the words that are kept.
-    explicit PackedWords(std::size_t Room) : Text_(1, L'\0') { Text_.reserve(Room + 1); }
+    // `Room` is what the text will need at most.
+    explicit PackedWords(std::size_t Room) : Text_(1, L'\0'), Slots_(kFirstSlots) { Text_.reserve(Room + 1); }
 
     bool Holds(std::wstring_view Word) const {
-        if (Word.find(L'\0') == Word.npos) return Words_.contains({Word, HashOf(Word)});
+        if (Word.find(L'\0') == Word.npos) return Slots_[SlotOf(Word, HashOf(Word))].Begin != kFree;
         std::wstring Wanted(1, L'\0');
         Wanted.append(Word).push_back(L'\t');
         return Text_.find(Wanted) != Text_.npos;
@@ -116,30 +118,63 @@ class PackedWords {
         std::size_t Begin = Text_.size();
         const std::size_t First = Begin;
         Text_.append(Word).append(1, L'\t').append(Replacement).push_back(L'\0');
-        const std::wstring_view All(Text_);
+        const std::size_t LastTab = Text_.rfind(L'\t');
         std::uint64_t Hash = kEmptyHash;
-        for (std::size_t At = First; At + 1 < All.size(); ++At) {
-            if (All[At] == L'\0') {
+        for (std::size_t At = First; At <= LastTab; ++At) {
+            if (Text_[At] == L'\0') {
                 Begin = At + 1;
                 Hash = kEmptyHash;
                 continue;
             }
-            if (All[At] == L'\t') Words_.insert({All.substr(Begin, At - Begin), Hash});
-            Hash = Next(Hash, All[At]);
+            if (Text_[At] == L'\t') Note(Begin, At, Hash);
+            Hash = Next(Hash, Text_[At]);
         }
     }
 
     std::wstring Take() && { return std::move(Text_); }
 
   private:
-    struct Known {
-        std::wstring_view Word;
-        std::uint64_t Hash;
-        bool operator==(const Known& Other) const { return Hash == Other.Hash && Word == Other.Word; }
+    static constexpr std::size_t kFree = 0;  // no word begins there
+    static constexpr std::size_t kFirstSlots = 64;
+    struct Slot {
+        std::size_t Begin = kFree;
+        std::uint64_t Hash = 0;
     };
-    struct ByHash {
-        std::size_t operator()(const Known& Of) const noexcept { return static_cast<std::size_t>(Of.Hash); }
-    };
+
+    std::size_t HomeOf(std::uint64_t Hash) const noexcept {
+        return static_cast<std::size_t>(Hash ^ Hash >> 32U) & (Slots_.size() - 1);
+    }
+    std::size_t Behind(std::size_t At) const noexcept { return (At + 1) & (Slots_.size() - 1); }
+
+    // Where a word is, or goes.
+    std::size_t SlotOf(std::wstring_view Word, std::uint64_t Hash) const {
+        const auto IsIt = [&](const Slot& Known) {
+            const std::wstring_view Rest = std::wstring_view(Text_).substr(Known.Begin);
+            return Known.Hash == Hash && Rest.starts_with(Word) && Rest[Word.size()] == L'\t';
+        };
+        std::size_t At = HomeOf(Hash);
+        while (Slots_[At].Begin != kFree && !IsIt(Slots_[At])) At = Behind(At);
+        return At;
+    }
+
+    void Note(std::size_t Begin, std::size_t End, std::uint64_t Hash) {
+        if (2 * (Count_ + 1) > Slots_.size()) Grow();
+        Slot& Place = Slots_[SlotOf(std::wstring_view(Text_).substr(Begin, End - Begin), Hash)];
+        if (Place.Begin != kFree) return;
+        Place = {Begin, Hash};
+        ++Count_;
+    }
+
+    void Grow() {
+        std::vector<Slot> Before(2 * Slots_.size());
+        Before.swap(Slots_);
+        for (const Slot& Known : Before) {
+            if (Known.Begin == kFree) continue;
+            std::size_t At = HomeOf(Known.Hash);
+            while (Slots_[At].Begin != kFree) At = Behind(At);
+            Slots_[At] = Known;
+        }
+    }
 
     // Character by character, so that the hash of each beginning of a text comes with that of the text.
     static constexpr std::uint64_t kEmptyHash = 1469598103934665603U;
@@ -153,7 +188,8 @@ class PackedWords {
     }
 
     std::wstring Text_;
-    std::unordered_set<Known, ByHash> Words_;
+    std::vector<Slot> Slots_;  // a power of two
+    std::size_t Count_ = 0;
 };
 
 }  // namespace
@@ -277,6 +313,9 @@ bool diStopWord::DispTable(std::wstring& Buffer, std::int32_t Indent) {
             Buffer.append(StrUtil::kLineEnd);
         };
         std::wstring_view Rest(Record().Table);
+        const auto Pairs = static_cast<std::size_t>(std::count(Rest.begin(), Rest.end(), L'\0'));
+        const std::size_t Marks = Separator.size() + 4 + StrUtil::kLineEnd.size();
+        Buffer.reserve(Buffer.size() + Rest.size() + Pairs * (Marks + static_cast<std::size_t>(Indent)));
         if (!Rest.empty() && Rest.front() == L'\0') Rest.remove_prefix(1);
         while (!Rest.empty()) {
             const std::wstring_view Entry = Rest.substr(0, Rest.find(L'\0'));
