@@ -262,14 +262,15 @@ template <class R>
     struct Addition {
         ParmListBase& List;
         const std::int32_t Index;
-        HalfBuilt Node;
+        std::optional<HalfBuilt> Node = std::nullopt;
         bool Shown = false;
         ~Addition() {
             if (Shown) return;
-            Node.TakeOut();
+            if (Node) Node->TakeOut();
             List.Remove(Index);
         }
-    } Added{Section.List(Record, Owners), Index, HalfBuilt(Tree, Folder, Index)};
+    } Added{Section.List(Record, Owners), Index};
+    Added.Node.emplace(Tree, Folder, Index);
     if (Section.Build(Tree, Record, Owners, Index, Key, Behind ? relation::kAfter : relation::kChild))
         return true;
     Added.Shown = true;

@@ -125,9 +125,12 @@ template <class Builder>
     const std::int32_t Forward = Direction > 0 ? relation::kBefore : relation::kAfter;
     const std::int32_t Back = Direction > 0 ? relation::kAfter : relation::kBefore;
     std::wstring Key = Neighbour;
-    HalfBuilt Node(Tree, FolderOf(Tree, Neighbour), NewIndex);
-    if (Trap(Source, [&] { return Rebuild(NewIndex, Key, Forward); })) {
-        Node.TakeOut();
+    std::optional<HalfBuilt> Node;
+    if (Trap(Source, [&] {
+            Node.emplace(Tree, FolderOf(Tree, Neighbour), NewIndex);
+            return Rebuild(NewIndex, Key, Forward);
+        })) {
+        if (Node) Node->TakeOut();
         List.Move(NewIndex, OldIndex);
         Key = Neighbour;
         static_cast<void>(Trap(Source, [&] { return Rebuild(OldIndex, Key, Back); }));

@@ -160,19 +160,23 @@ std::span<const ReferenceRow> RowsOf(std::wstring_view Clsid, std::wstring_view 
     return {First, std::find_if_not(First, std::end(kRows), In)};
 }
 
-/// While it lives the server speaks to nobody.
-class Quiet {
+/// While it lives the server speaks to nobody; the folders stay what they were.
+class Quiet final : public SilentPlatform {
   public:
-    Quiet() : Before_(CoreUtil::Instance().SetPlatform(&Silent_)) {}
-    Quiet(const Quiet&) = delete;
-    Quiet& operator=(const Quiet&) = delete;
-    ~Quiet() {
+    Quiet() : Before_(CoreUtil::Instance().SetPlatform(this)) {}
+    ~Quiet() override {
         CoreUtil::Instance().ForgetError();
         CoreUtil::Instance().SetPlatform(Before_);
     }
 
+    std::wstring ProgramFolder() override {
+        return Before_ ? Before_->ProgramFolder() : SilentPlatform::ProgramFolder();
+    }
+    std::wstring TempFolder() override {
+        return Before_ ? Before_->TempFolder() : SilentPlatform::TempFolder();
+    }
+
   private:
-    SilentPlatform Silent_;
     Platform* Before_;
 };
 

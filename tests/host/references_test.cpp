@@ -418,6 +418,14 @@ TEST_F(ReferencesTest, ADroppedObjectIsMissedWhereverItIsNamed) {
                                "PROFILE/SCHEDA PARMS[1]" + Missing}));
 }
 
+TEST_F(ReferencesTest, ReadsWithTheWeightsOfTheProgramFolder) {
+    Make(L"SORT", L"ITALIANO");
+    const fs::path Weights = fs::path(CoreUtil::Instance().ProgramFolder()) / "KVDSRT.TAB";
+    fs::remove(Weights);
+    static_cast<void>(References(Work.Registry()).Of(L"SORT", L"ITALIANO"));
+    EXPECT_TRUE(fs::exists(Weights));
+}
+
 TEST_F(ReferencesTest, EachNameOfAListIsOneOfItsOwn) {
     Make(L"SORT", L"ITALIANO");
     Make(L"STOPWORD", L"CIFRE");
