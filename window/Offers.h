@@ -1,6 +1,7 @@
 // What a window offers on a node.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "window/TreeModel.h"
@@ -32,6 +33,14 @@ inline Offers OffersOn(const TreeModel& Tree, const TreeNode& Node) {
         On.Move = Node.Parent->Children.Count() > 1;
     }
     return On;
+}
+
+/// The place that a node takes in its own list when it is dropped onto another: that of a sibling, the end on
+/// the folder that holds it; 0 where it can't be dropped.
+inline std::int32_t PlaceOfDrop(const TreeNode& Node, const TreeNode& Target) {
+    if (!Node.Parent) return 0;
+    if (&Target == Node.Parent) return Target.Children.Count() + 1;
+    return Target.Parent == Node.Parent && &Target != &Node ? SiblingOrder<TreeNode>::PlaceOf(&Target) : 0;
 }
 
 }  // namespace kv::window

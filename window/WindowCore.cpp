@@ -113,6 +113,7 @@ bool WindowCore::PasteData(const Selection& At, const std::optional<std::wstring
             Replace(std::move(Before));
             return true;
         }
+        if (!BeforePaste_) BeforePaste_ = std::move(Before);
         Tree_.MarkModified(true);
         return false;
     });
@@ -156,6 +157,25 @@ bool WindowCore::HelpShow(const Selection& At, const std::wstring& HelpItem) {
 
 bool WindowCore::Save() {
     if (Server_.Save(kNoPath)) return true;
+    BeforePaste_.reset();
+    Tree_.MarkModified(false);
+    return false;
+}
+
+bool WindowCore::Reload() {
+    const bool Failed = Trap(L"WindowCore.Reload", [&] {
+        if (!BeforePaste_) return LoadData();
+        RegObject Pasted = Object_.Read();
+        Replace(*BeforePaste_);
+        if (!LoadData()) return false;
+        Replace(std::move(Pasted));
+        return true;
+    });
+    if (Failed) {
+        CoreUtil::Instance().ShowLastError();
+        return true;
+    }
+    BeforePaste_.reset();
     Tree_.MarkModified(false);
     return false;
 }

@@ -61,6 +61,9 @@ class WindowCore {
                                      std::wstring& Id, std::wstring& Clsid, std::wstring& UserList);
     [[nodiscard]] bool HelpShow(const Selection& At, const std::wstring& HelpItem);
     [[nodiscard]] bool Save();
+    /// Loads the object anew as it lies where it is stored; what was pasted since the last save goes. When it
+    /// fails all stays as it was.
+    [[nodiscard]] bool Reload();
     /// Ends the work on the object; edits that were not saved are gone.
     [[nodiscard]] bool Terminate();
 
@@ -77,6 +80,7 @@ class WindowCore {
     TreeModel& Tree_;
     RegData& Object_;
     ClipItem& Clipboard_;
+    std::optional<RegObject> BeforePaste_;  // the content as it was saved last, where a paste has replaced it
 };
 
 }  // namespace kv::window

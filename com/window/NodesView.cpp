@@ -91,21 +91,6 @@ bool NodesView::IsOpen(HTREEITEM Item) const {
                     TVIS_EXPANDED) != 0;
 }
 
-std::vector<std::wstring> NodesView::OpenBelow(std::wstring_view Key) const {
-    std::vector<std::wstring> Open;
-    std::vector<const TreeNode*> Waiting{Tree_.Find(Key)};
-    while (!Waiting.empty()) {
-        const TreeNode* const Node = Waiting.back();
-        Waiting.pop_back();
-        if (!Node || !IsOpen(ItemOf(Node->Key))) continue;
-        Open.push_back(Node->Key);
-        for (const TreeNode* Child = Node->Children.First(); Child;
-             Child = SiblingOrder<TreeNode>::Next(Child))
-            if (Child->Children.Count() > 0) Waiting.push_back(Child);
-    }
-    return Open;
-}
-
 // The second image is that of a folder shown open and of a node that is selected.
 bool NodesView::Notify(NMHDR& Told) {
     switch (Told.code) {

@@ -3,7 +3,6 @@
 
 #include <string_view>
 #include <unordered_map>
-#include <vector>
 
 #include "com/window/Pictures.h"
 #include "com/window/Windows.h"
@@ -42,8 +41,7 @@ class NodesView final : private window::TreeWatcher {
     /// Selects a node and makes it visible; a key that no node bears takes the selection away.
     void Select(std::wstring_view Key);
     void Expand(std::wstring_view Key);
-    /// The keys of the nodes that are shown open, from a node downwards.
-    std::vector<std::wstring> OpenBelow(std::wstring_view Key) const;
+    bool IsOpen(const window::TreeNode& Node) const { return IsOpen(ItemOf(Node.Key)); }
 
     /// What the control asks for and tells of its items. True when it was that.
     bool Notify(NMHDR& Told);

@@ -15,54 +15,31 @@
 namespace kv::com {
 namespace {
 
-using window::Selection;
+using window::Command;
+using window::Filled;
+using window::Phrase;
 using window::TreeNode;
 
 constexpr const wchar_t* kClass = L"KvDesSvrObject";
 constexpr WORD kIcon = 32001;
+constexpr WORD kDragCursor = 32102;
+constexpr WORD kNoDropCursor = 32103;
 constexpr int kLeastTree = 12;        // letters
 constexpr UINT kFollow = WM_APP + 1;  // the operator has selected another node
 
-Selection On(const std::wstring& Key) { return {.CurrItem = Key, .CurrFolder = {}, .Index = {}, .Key = {}}; }
-
-// The captions that lead to a node, the root left out.
-std::wstring PathOf(const TreeNode& Node) {
-    std::wstring Path;
-    for (const TreeNode* N = &Node; N->Parent; N = N->Parent)
-        Path = Path.empty() ? N->Text : N->Text + text::kPathArrow + Path;
-    return Path;
-}
-
-std::wstring Widened(const char* Text) { return {Text, Text + std::char_traits<char>::length(Text)}; }
-
 bool KeyDown(int Key) { return GetKeyState(Key) < 0; }
 
-/// Puts a value for as long as it lives.
-template <class T>
+/// True for as long as it lives.
 class While {
   public:
-    While(T& Of, T Value) : Of_(Of), Before_(std::exchange(Of, std::move(Value))) {}
+    explicit While(bool& Of) : Of_(Of), Before_(std::exchange(Of, true)) {}
     While(const While&) = delete;
     While& operator=(const While&) = delete;
-    ~While() { Of_ = std::move(Before_); }
+    ~While() { Of_ = Before_; }
 
   private:
-    T& Of_;
-    T Before_;
-};
-
-/// The wait pointer, for what may take a while.
-class Waiting {
-  public:
-    Waiting() { CoreUtil::Instance().Door().SetPointer(kPointerWait); }
-    Waiting(const Waiting&) = delete;
-    Waiting& operator=(const Waiting&) = delete;
-    ~Waiting() {
-        try {
-            CoreUtil::Instance().Door().SetPointer(kPointerDefault);
-        } catch (...) {  // the pointer is the host's to draw
-        }
-    }
+    bool& Of_;
+    bool Before_;
 };
 
 /// The words of the clipboard among those of the tool bar.
@@ -98,11 +75,9 @@ HICON SignOf(LPCWSTR Icon, int Side) {
 
 // The commands.
 
-/// In the order of the menus. `Text` is empty where no menu has it.
+/// In the order of the menus.
 struct ObjectFrame::Row {
     int Id;
-    int Menu;  // which of kMenus
-    const wchar_t* Text;
     const wchar_t* KeyText;
     BYTE Modifiers;
     WORD Key;
@@ -112,34 +87,41 @@ struct ObjectFrame::Row {
 };
 
 namespace {
-constexpr const wchar_t* kMenus[] = {L"&Oggetto", L"&Modifica", L"&Testo", L"&Vai", L"&Strumenti"};
-constexpr int kObject = 0;
-constexpr int kEdit = 1;
-constexpr int kText = 2;
-constexpr int kGo = 3;
-constexpr int kToolMenu = 4;
+
+static_assert(command::kOtherPane - command::kSave == static_cast<int>(Command::kOtherPane));
+
+/// What the window has besides: an edit control does not select all by itself.
+constexpr window::CommandRow kOwn{Command::kOtherPane, window::Menu::kText, "selectAll", L"S&eleziona tutto"};
+
+const window::CommandRow& SharedRow(int Id) {
+    return Id == command::kSelectAll ? kOwn : window::RowOf(static_cast<Command>(Id - command::kSave));
+}
+
+int IdOf(Command Of) { return command::kSave + static_cast<int>(Of); }
+
 }  // namespace
 
 // clang-format off
 const ObjectFrame::Row ObjectFrame::kCommands[] = {
-    {command::kSave, kObject, L"&Salva", L"Ctrl+S", FCONTROL, 'S', L"save", &ObjectFrame::Save},
-    {command::kClose, kObject, L"&Chiudi", L"Ctrl+W", FCONTROL, 'W', L"", &ObjectFrame::Close},
-    {command::kCopy, kEdit, L"&Copia", L"Ctrl+C", FCONTROL, 'C', L"", &ObjectFrame::Copy},
-    {command::kCut, kEdit, L"&Taglia", L"Ctrl+X", FCONTROL, 'X', L"", &ObjectFrame::Cut},
-    {command::kPaste, kEdit, L"&Incolla", L"Ctrl+V", FCONTROL, 'V', L"", &ObjectFrame::Paste},
-    {command::kNew, kEdit, L"&Nuovo elemento", L"Ins", 0, VK_INSERT, L"new", &ObjectFrame::NewElement, true},
-    {command::kDelete, kEdit, L"&Elimina", L"Canc", 0, VK_DELETE, L"delete", &ObjectFrame::DeleteElement, true},
-    {command::kDeleteAll, kEdit, L"Elimina t&utti", L"Ctrl+Maiusc+Canc", FCONTROL | FSHIFT, VK_DELETE, L"",
-     &ObjectFrame::DeleteAll},
-    {command::kMoveUp, kEdit, L"Sposta &su", L"Alt+Su", FALT, VK_UP, L"up", &ObjectFrame::MoveUp},
-    {command::kMoveDown, kEdit, L"Sposta &giù", L"Alt+Giù", FALT, VK_DOWN, L"down", &ObjectFrame::MoveDown},
-    {command::kProperties, kEdit, L"&Proprietà", L"F4", 0, VK_F4, L"", &ObjectFrame::ShowProperties},
-    {command::kApply, kText, L"&Applica il testo", L"Ctrl+Invio", FCONTROL, VK_RETURN, L"apply",
-     &ObjectFrame::Apply},
-    {command::kRevert, kText, L"A&nnulla il testo", L"Ctrl+R", FCONTROL, 'R', L"revert", &ObjectFrame::Revert},
-    {command::kSelectAll, kText, L"S&eleziona tutto", L"Ctrl+A", FCONTROL, 'A', L"", &ObjectFrame::SelectAll},
-    {command::kStrict, kText, L"Controllo &sintassi", L"Ctrl+K", FCONTROL, 'K', L"", &ObjectFrame::SwitchStrict},
-    {command::kOtherPane, kGo, L"Albero o t&esto", L"F6", 0, VK_F6, L"", &ObjectFrame::OtherPane},
+    {command::kSave, L"Ctrl+S", FCONTROL, 'S', L"save", &ObjectFrame::Save},
+    {command::kReload, L"F5", 0, VK_F5, L"", &ObjectFrame::Reload},
+    {command::kClose, L"Ctrl+W", FCONTROL, 'W', L"", &ObjectFrame::Close},
+    {command::kCopy, L"Ctrl+C", FCONTROL, 'C', L"", &ObjectFrame::Copy},
+    {command::kCut, L"Ctrl+X", FCONTROL, 'X', L"", &ObjectFrame::Cut},
+    {command::kPaste, L"Ctrl+V", FCONTROL, 'V', L"", &ObjectFrame::Paste},
+    {command::kNew, L"Ins", 0, VK_INSERT, L"new", &ObjectFrame::NewElement, true},
+    {command::kDelete, L"Canc", 0, VK_DELETE, L"delete", &ObjectFrame::DeleteElement, true},
+    {command::kDeleteAll, L"Ctrl+Maiusc+Canc", FCONTROL | FSHIFT, VK_DELETE, L"", &ObjectFrame::DeleteAll},
+    {command::kMoveUp, L"Alt+Su", FALT, VK_UP, L"up", &ObjectFrame::MoveUp},
+    {command::kMoveDown, L"Alt+Giù", FALT, VK_DOWN, L"down", &ObjectFrame::MoveDown},
+    {command::kProperties, L"F4", 0, VK_F4, L"", &ObjectFrame::ShowProperties},
+    {command::kApply, L"Ctrl+Invio", FCONTROL, VK_RETURN, L"apply", &ObjectFrame::Apply},
+    {command::kRevert, L"Ctrl+R", FCONTROL, 'R', L"revert", &ObjectFrame::Revert},
+    {command::kSelectAll, L"Ctrl+A", FCONTROL, 'A', L"", &ObjectFrame::SelectAll},
+    {command::kStrict, L"Ctrl+K", FCONTROL, 'K', L"", &ObjectFrame::SwitchStrict},
+    {command::kFind, L"Ctrl+F", FCONTROL, 'F', L"", &ObjectFrame::Find},
+    {command::kFindNext, L"F3", 0, VK_F3, L"", &ObjectFrame::FindNext},
+    {command::kOtherPane, L"F6", 0, VK_F6, L"", &ObjectFrame::OtherPane},
 };
 // clang-format on
 
@@ -149,18 +131,19 @@ ObjectFrame::ObjectFrame(window::WindowCore& Core, HWND Owner)
     : Core_(Core), Owner_(Owner), Font_(MessageFont()), Fixed_(FixedFont()), Letter_(SizeOf(Font_.get())) {
     SignOfFault_.reset(SignOf(IDI_WARNING, Letter_.Height));
     SignOfWord_.reset(SignOf(IDI_INFORMATION, Letter_.Height));
-    Button_ = 4 * Letter_.Width +
-              std::max(WidthOf(Font_.get(), text::kApplyText), WidthOf(Font_.get(), text::kRevertText));
-    Row_ = 2 * Button_ + 2 * Letter_.Width + WidthOf(Font_.get(), text::kStrict) + 2 * Letter_.Height;
+    Button_ = 4 * Letter_.Width + std::max(WidthOf(Font_.get(), LabelOf(command::kApply)),
+                                           WidthOf(Font_.get(), LabelOf(command::kRevert)));
+    Row_ = 2 * Button_ + 2 * Letter_.Width + WidthOf(Font_.get(), LabelOf(command::kStrict)) +
+           2 * Letter_.Height;
     try {
         Make();
         std::wstring Name, Desc, Id, Clsid, Users;
         std::int16_t Version = 0;
         if (!Core_.GetObjectInfo(Name, Desc, Version, Id, Clsid, Users))
-            Status_ = {Clsid, Desc, Filled(text::kVersion, {std::to_wstring(Version)}),
-                       Filled(text::kId, {Id})};
+            Status_ = {Clsid, Desc, Filled(Say(Phrase::kVersion), {std::to_wstring(Version)}),
+                       Filled(Say(Phrase::kId), {Id})};
         MakeStatus();
-        AfterLoad();
+        Desk_.Show();
         Layout();
         ShowWindow(Window_, SW_SHOWNORMAL);
         SetForegroundWindow(Window_);
@@ -179,7 +162,7 @@ void ObjectFrame::TakeAway() noexcept {
     UnregisterClassW(kClass, OwnModule());
 }
 
-void ObjectFrame::Gone() noexcept {
+void ObjectFrame::Lost() noexcept {
     Nodes_.reset();
     Window_ = nullptr;
     Open_ = false;
@@ -223,36 +206,47 @@ HWND ObjectFrame::Child(const wchar_t* Class, const wchar_t* Text, DWORD Style, 
 // In the order in which Tab walks.
 void ObjectFrame::MakeChildren() {
     MakeToolBar();
-    Tree_ = Child(WC_TREEVIEWW, text::kTree,
-                  WS_TABSTOP | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS |
-                      TVS_DISABLEDRAGDROP,
+    const std::wstring Sought = Say(Phrase::kSearch);
+    const HWND Search = Child(L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE, control::kSearch);
+    SendMessageW(Search, EM_SETCUEBANNER, TRUE, reinterpret_cast<LPARAM>(Sought.c_str()));
+    Tree_ = Child(WC_TREEVIEWW, Say(Phrase::kTree).c_str(),
+                  WS_TABSTOP | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS,
                   WS_EX_CLIENTEDGE, control::kTree);
     Child(L"STATIC", L"", SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS, 0, control::kHeading);
     const HWND Text = Child(L"EDIT", L"", SectionEdit::kStyle, WS_EX_CLIENTEDGE, control::kText);
     SendMessageW(Text, WM_SETFONT, reinterpret_cast<WPARAM>(Fixed_.get()), FALSE);
     Text_.Take(Text);
-    Child(L"BUTTON", text::kStrict, WS_TABSTOP | BS_CHECKBOX, 0, command::kStrict);
-    Child(L"BUTTON", text::kApplyText, WS_TABSTOP | BS_PUSHBUTTON, 0, command::kApply);
-    Child(L"BUTTON", text::kRevertText, WS_TABSTOP | BS_PUSHBUTTON, 0, command::kRevert);
+    Child(L"BUTTON", LabelOf(command::kStrict).c_str(), WS_TABSTOP | BS_CHECKBOX, 0, command::kStrict);
+    Child(L"BUTTON", LabelOf(command::kApply).c_str(), WS_TABSTOP | BS_PUSHBUTTON, 0, command::kApply);
+    Child(L"BUTTON", LabelOf(command::kRevert).c_str(), WS_TABSTOP | BS_PUSHBUTTON, 0, command::kRevert);
     Child(L"STATIC", L"", SS_ICON | SS_REALSIZECONTROL, 0, control::kSign);
     Child(L"EDIT", L"", WS_TABSTOP | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL, 0, control::kMessage);
     Child(STATUSCLASSNAMEW, L"", SBARS_SIZEGRIP, 0, control::kStatus);
     Nodes_ = std::make_unique<NodesView>(Core_.Tree(), Tree_);
 }
 
+void ObjectFrame::AddTo(HMENU Menu, const Row& Command) {
+    AppendMenuW(Menu, MF_STRING, static_cast<UINT_PTR>(Command.Id),
+                (std::wstring(SharedRow(Command.Id).Caption) + L"\t" + Command.KeyText).c_str());
+}
+
+const ObjectFrame::Row* ObjectFrame::RowOf(int Id) {
+    const Row* const Of = std::find_if(std::begin(kCommands), std::end(kCommands),
+                                       [&](const Row& Each) { return Each.Id == Id; });
+    return Of == std::end(kCommands) ? nullptr : Of;
+}
+
 void ObjectFrame::MakeMenus() {
     Owned<HMENU> Bar(CreateMenu());
-    for (int Menu = 0; Menu < static_cast<int>(std::size(kMenus)); ++Menu) {
+    for (std::size_t Menu = 0; Menu < std::size(window::kMenus); ++Menu) {
         Owned<HMENU> Below(CreatePopupMenu());
         for (const Row& Each : kCommands)
-            if (Each.Menu == Menu)
-                AppendMenuW(Below.get(), MF_STRING, static_cast<UINT_PTR>(Each.Id),
-                            (std::wstring(Each.Text) + L"\t" + Each.KeyText).c_str());
-        if (Menu == kToolMenu)
+            if (SharedRow(Each.Id).In == static_cast<window::Menu>(Menu)) AddTo(Below.get(), Each);
+        if (static_cast<window::Menu>(Menu) == window::Menu::kTools)
             for (std::size_t I = 0; I < Tools_.size(); ++I)
                 if (!Tools_[I].empty() && !ToolTips_[I].empty())
                     AppendMenuW(Below.get(), MF_STRING, command::kFirstTool + I, ToolTips_[I].c_str());
-        if (AppendMenuW(Bar.get(), MF_POPUP, reinterpret_cast<UINT_PTR>(Below.get()), kMenus[Menu]))
+        if (AppendMenuW(Bar.get(), MF_POPUP, reinterpret_cast<UINT_PTR>(Below.get()), window::kMenus[Menu]))
             Below.release();  // the bar's
     }
     if (SetMenu(Window_, Bar.get())) Bar.release();  // the window's
@@ -268,7 +262,7 @@ void ObjectFrame::MakeMenus() {
 // The words that the server handed over, in its order; then what the window does by itself.
 void ObjectFrame::MakeToolBar() {
     ToolBar_ = CreateWindowExW(
-        0, TOOLBARCLASSNAMEW, text::kTools,
+        0, TOOLBARCLASSNAMEW, Say(Phrase::kTools).c_str(),
         WS_CHILD | WS_VISIBLE | TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS | CCS_TOP | CCS_NODIVIDER, 0,
         0, 0, 0, Window_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(control::kToolBar)), OwnModule(),
         nullptr);
@@ -313,23 +307,27 @@ void ObjectFrame::MakeToolBar() {
         Add(command::kFirstTool + static_cast<int>(I),
             Button == Buttons.end() ? -1 : Pictures_.Add(Button->Bitmap), ToolTips_[I]);
     }
-    int Menu = -1;
+    std::optional<window::Menu> Menu;
     for (const Row& Each : kCommands) {
         if (!*Each.Picture) continue;
-        if (std::exchange(Menu, Each.Menu) != Each.Menu) Separate();
+        const window::Menu In = SharedRow(Each.Id).In;
+        if (std::exchange(Menu, In) != In) Separate();
         Add(Each.Id, Pictures_.Add(std::wstring_view(Each.Picture)), TipOf(Each.Id));
     }
     SendMessageW(ToolBar_, TB_AUTOSIZE, 0, 0);
 }
 
-// The caption of a command without its mark, and its key.
+// The caption of a command without its mark.
+std::wstring ObjectFrame::LabelOf(int Id) {
+    std::wstring Label = SharedRow(Id).Caption;
+    std::erase(Label, L'&');
+    return Label;
+}
+
+// The same, and its key.
 std::wstring ObjectFrame::TipOf(int Id) {
-    const Row* const Of = std::find_if(std::begin(kCommands), std::end(kCommands),
-                                       [&](const Row& Each) { return Each.Id == Id; });
-    if (Of == std::end(kCommands)) return {};
-    std::wstring Tip = Of->Text;
-    std::erase(Tip, L'&');
-    return Tip + L" (" + Of->KeyText + L")";
+    const Row* const Of = RowOf(Id);
+    return Of ? LabelOf(Id) + L" (" + Of->KeyText + L")" : std::wstring();
 }
 
 void ObjectFrame::Tip(int Id, wchar_t* Text, int Room) const {
@@ -368,9 +366,13 @@ void ObjectFrame::Layout() {
     const auto Place = [this](int Id, int X, int Y, int ToX, int ToY) {
         MoveWindow(Of(Id), X, Y, std::max(0, ToX - X), std::max(0, ToY - Y), TRUE);
     };
-    Place(control::kTree, W, Top, Split_, Bottom);
-    Place(control::kHeading, Left, Top, Right, Top + H + H / 4);
-    Place(control::kText, Left, Top + H + H / 4, Right, Buttons - W);
+    // The text begins where the tree does.
+    const int Head = H + H / 2;
+    const int Body = Top + Head + W / 2;
+    Place(control::kSearch, W, Top, Split_, Top + Head);
+    Place(control::kTree, W, Body, Split_, Bottom);
+    Place(control::kHeading, Left, Top + H / 4, Right, Top + Head);
+    Place(control::kText, Left, Body, Right, Buttons - W);
     Place(command::kRevert, Right - Button_, Buttons, Right, Bottom);
     Place(command::kApply, Right - 2 * Button_ - W, Buttons, Right - Button_ - W, Bottom);
     Place(command::kStrict, Left, Buttons, Right - 2 * Button_ - 2 * W, Bottom);
@@ -385,7 +387,7 @@ void ObjectFrame::LayoutStatus(int Width) {
 }
 
 // The split between the tree and the text follows the mouse.
-bool ObjectFrame::Drag(UINT Message, int X) {
+bool ObjectFrame::DragSplit(UINT Message, int X) {
     switch (Message) {
         case WM_LBUTTONDOWN:
             if (X < Split_ || X > Split_ + Letter_.Width) return false;
@@ -415,27 +417,8 @@ LRESULT CALLBACK ObjectFrame::Procedure(HWND Window, UINT Message, WPARAM W, LPA
     try {
         return Of->Handle(Message, W, L);
     } catch (...) {
-        Of->Caught();
+        Of->Desk_.Caught();
         return Message == WM_CREATE ? -1 : 0;
-    }
-}
-
-// Tells what has come as far as the window procedure; what fails even there is only heard.
-void ObjectFrame::Caught() noexcept {
-    try {
-        try {
-            throw;
-        } catch (const Failure& Fault) {
-            ShowFault(Fault.Error());
-        } catch (const std::exception& Trouble) {
-            Faulty_ = true;
-            Tell(Widened(Trouble.what()), true);
-        } catch (...) {
-            Faulty_ = true;
-            Tell(text::kUnknownFault, true);
-        }
-    } catch (...) {
-        MessageBeep(MB_ICONERROR);
     }
 }
 
@@ -451,7 +434,7 @@ LRESULT ObjectFrame::Handle(UINT Message, WPARAM W, LPARAM L) {
         case WM_NCDESTROY: {
             const HWND Window = Window_;
             SetWindowLongPtrW(Window, GWLP_USERDATA, 0);
-            Gone();
+            Lost();
             return DefWindowProcW(Window, Message, W, L);
         }
         case WM_CLOSE:
@@ -472,10 +455,7 @@ LRESULT ObjectFrame::Handle(UINT Message, WPARAM W, LPARAM L) {
             return 0;
         case WM_COMMAND:
             if (LOWORD(W) == control::kText && reinterpret_cast<HWND>(L) == Text_.Control()) {
-                if (HIWORD(W) == EN_CHANGE && Text_.Touched()) {
-                    UpdateOffers();
-                    ShowTitle();
-                }
+                if (HIWORD(W) == EN_CHANGE && Text_.Touched()) ShowState();
             } else if (HIWORD(W) == BN_CLICKED || !L) {
                 Do(LOWORD(W));
             }
@@ -484,7 +464,7 @@ LRESULT ObjectFrame::Handle(UINT Message, WPARAM W, LPARAM L) {
             return Notify(*reinterpret_cast<NMHDR*>(L));
         case kFollow:
             if (!Running_) {
-                const While<bool> Now(Running_, true);
+                const While Now(Running_);
                 FollowView();
             }
             return 0;
@@ -496,7 +476,8 @@ LRESULT ObjectFrame::Handle(UINT Message, WPARAM W, LPARAM L) {
         case WM_MOUSEMOVE:
         case WM_LBUTTONUP:
         case WM_CAPTURECHANGED:
-            if (Drag(Message, GET_X_LPARAM(L))) return 0;
+            if (DragNode(Message, {GET_X_LPARAM(L), GET_Y_LPARAM(L)}) || DragSplit(Message, GET_X_LPARAM(L)))
+                return 0;
             break;
         case WM_SETCURSOR:
             if (reinterpret_cast<HWND>(W) == Window_ && LOWORD(L) == HTCLIENT) {
@@ -518,7 +499,8 @@ LRESULT ObjectFrame::Notify(NMHDR& Told) {
     if (Told.hwndFrom == Tree_) {
         if (Nodes_ && Nodes_->Notify(Told)) return 0;
         // The control is still in the middle of its own work.
-        if (Told.code == TVN_SELCHANGEDW && !Busy_) PostMessageW(Window_, kFollow, 0, 0);
+        if (Told.code == TVN_SELCHANGEDW && !Desk_.Busy()) PostMessageW(Window_, kFollow, 0, 0);
+        if (Told.code == TVN_BEGINDRAGW) TakeNode(reinterpret_cast<NMTREEVIEWW&>(Told).itemNew.hItem);
         return 0;
     }
     if (Told.code == TBN_GETINFOTIPW) {
@@ -553,6 +535,14 @@ bool ObjectFrame::Translated(MSG& Message) {
             MoveFocus(KeyDown(VK_SHIFT));
             return true;
         }
+        if (Message.wParam == VK_ESCAPE && Dragged_) {
+            ReleaseCapture();
+            return true;
+        }
+        if (Message.wParam == VK_RETURN && Focus == Of(control::kSearch)) {
+            PostMessageW(Window_, WM_COMMAND, command::kFindNext, 0);
+            return true;
+        }
         if (Message.wParam == VK_RETURN &&
             (SendMessageW(Focus, WM_GETDLGCODE, 0, 0) & (DLGC_BUTTON | DLGC_UNDEFPUSHBUTTON))) {
             PostMessageW(Focus, BM_CLICK, 0, 0);
@@ -576,64 +566,30 @@ void ObjectFrame::Tell(const std::wstring& Text, bool Fault) {
     ShowWindow(Of(control::kSign), Sign ? SW_SHOWNA : SW_HIDE);
 }
 
-void ObjectFrame::ShowFault(const KvError& Error) {
-    Faulty_ = true;
-    FaultLine_ = Error.Line;
-    Tell(Error.Line > 0 ? Filled(text::kFaultAtLine, {std::to_wstring(Error.Line), Error.Description})
-                        : Error.Description,
-         true);
-}
-
 void ObjectFrame::ShowTitle() {
-    const TreeNode* const Root = Core_.Tree().Root();
-    const std::wstring Name = Root ? Root->Text : Core_.Object().Name();
-    SetWindowTextW(
-        Window_,
-        Filled(text::kTitle, {Name, Core_.Object().Clsid(), Unsaved() ? text::kModified : L""}).c_str());
-}
-
-bool ObjectFrame::Ask(const std::wstring& Text, std::int32_t Style) {
-    return CoreUtil::Instance().Door().MessageBox(Text, box::kYesNo + box::kQuestion + Style) == Answer::Yes;
-}
-
-// Runs what the operator asked for. Nothing escapes; what fails without a word is told at least so.
-bool ObjectFrame::Guarded(const std::function<bool()>& Body) {
-    Tell({}, false);
-    Faulty_ = false;
-    FaultLine_ = 0;
-    bool Done = false;
-    try {
-        Done = Body();
-    } catch (...) {
-        Caught();
-    }
-    if (!Window_) return false;
-    UpdateOffers();
-    ShowTitle();
-    return Done && !Faulty_;
+    SetWindowTextW(Window_, Filled(text::kTitle, {Desk_.Name(), Core_.Object().Clsid(),
+                                                  Desk_.Unsaved() ? text::kModified : L""})
+                                .c_str());
 }
 
 // One thing at a time: while the operator is asked something, nothing else is begun.
 void ObjectFrame::Do(int Id) {
     if (Running_) return;
-    const While<bool> Now(Running_, true);
+    const While Now(Running_);
     if (!FollowView()) return;
     const auto Tool = static_cast<std::size_t>(Id - command::kFirstTool);
     if (Id >= command::kFirstTool) {
-        if (Tool < Tools_.size() && !Tools_[Tool].empty()) RunTool(std::wstring(Tools_[Tool]));
+        if (Tool < Tools_.size() && !Tools_[Tool].empty()) Desk_.RunTool(Tools_[Tool]);
         return;
     }
-    const Row* const Of = std::find_if(std::begin(kCommands), std::end(kCommands),
-                                       [&](const Row& Each) { return Each.Id == Id; });
-    if (Of != std::end(kCommands)) (this->*Of->Do)();
+    if (const Row* const Of = RowOf(Id)) (this->*Of->Do)();
 }
 
-window::Offers ObjectFrame::CurrentOffers() const {
-    const TreeNode* const Node = CurrentNode();
-    return Node ? OffersOn(Core_.Tree(), *Node) : window::Offers{};
-}
+// The window as window::ObjectDesk works on it.
 
-Selection ObjectFrame::At() const { return On(Current_); }
+std::wstring ObjectFrame::Widened(const char* What) const {
+    return {What, What + std::char_traits<char>::length(What)};
+}
 
 void ObjectFrame::Offer(int Id, bool Offered) {
     EnableMenuItem(GetMenu(Window_), static_cast<UINT>(Id),
@@ -645,221 +601,126 @@ void ObjectFrame::Offer(int Id, bool Offered) {
     EnableWindow(Button, Offered);
 }
 
-void ObjectFrame::UpdateOffers() {
-    const window::Offers Now = CurrentOffers();
-    Offer(command::kNew, Now.NewIn != nullptr);
-    Offer(command::kDelete, Now.Delete);
-    Offer(command::kDeleteAll, Now.DeleteAll);
-    Offer(command::kMoveUp, Now.Move);
-    Offer(command::kMoveDown, Now.Move);
-    Offer(command::kApply, Text_.HasChanges());
-    Offer(command::kRevert, Text_.HasChanges());
-    const std::vector<std::wstring>& Served = Core_.Tree().Served();
+void ObjectFrame::ShowState() {
+    ShowTitle();
+    SetWindowTextW(Of(control::kHeading), Desk_.Heading().c_str());
+    for (const window::CommandRow& Each : window::kCommands) Offer(IdOf(Each.Id), Desk_.IsOffered(Each.Id));
     for (std::size_t I = 0; I < Tools_.size(); ++I)
-        if (!ToolTips_[I].empty())
-            Offer(command::kFirstTool + static_cast<int>(I),
-                  std::find(Served.begin(), Served.end(), Tools_[I]) != Served.end());
+        if (!ToolTips_[I].empty()) Offer(command::kFirstTool + static_cast<int>(I), Desk_.Serves(Tools_[I]));
     const bool Strict = Core_.Tree().SyntaxOn();
     SendMessageW(Of(command::kStrict), BM_SETCHECK, Strict ? BST_CHECKED : BST_UNCHECKED, 0);
     CheckMenuItem(GetMenu(Window_), command::kStrict, static_cast<UINT>(Strict ? MF_CHECKED : MF_UNCHECKED));
 }
 
-// The text.
-
-bool ObjectFrame::Display(const std::wstring& Key) {
-    Current_ = Key;
-    const TreeNode* const Node = CurrentNode();
-    SetWindowTextW(Of(control::kHeading), Node ? PathOf(*Node).c_str() : L"");
-    std::wstring Buffer;
-    if (!Node || !IsLeafKey(Current_) || Core_.DispData(At(), Buffer)) {
-        Text_.ShowNothing();
-        return Node && !IsLeafKey(Current_);
-    }
-    Text_.ShowSection(Buffer);
-    return true;
+void ObjectFrame::ShowRefused(int Line) {
+    if (Line > 0) Text_.GoToLine(Line);
+    SetFocus(Text_.Control());
 }
 
-// The view and the text follow what the tree says is selected.
-void ObjectFrame::ShowSelected() {
-    if (!Nodes_) return;
-    const TreeNode* Node = Core_.Tree().Find(Core_.Tree().Selected());
-    if (!Node) Node = Core_.Tree().Root();
-    const std::wstring Key = Node ? Node->Key : std::wstring();
-    {
-        const While<bool> Quiet(Busy_, true);
-        Nodes_->Select(Key);
-    }
-    Display(Key);
+void ObjectFrame::Mark(std::wstring_view Key) {
+    if (Nodes_) Nodes_->Select(Key);
 }
 
-void ObjectFrame::AfterLoad() {
-    if (const TreeNode* const Root = Core_.Tree().Root()) {
-        Core_.Tree().SelectNode(Root->Key);
-        const While<bool> Quiet(Busy_, true);
-        if (Nodes_) Nodes_->Expand(Root->Key);
-    }
-    ShowSelected();
-    UpdateOffers();
-    ShowTitle();
+bool ObjectFrame::IsOpen(const TreeNode& Node) const { return Nodes_ && Nodes_->IsOpen(Node); }
+
+void ObjectFrame::Open(const TreeNode& Node) {
+    if (Nodes_) Nodes_->Expand(Node.Key);
 }
 
-// Runs what builds the whole tree anew.
-bool ObjectFrame::Replaced(const std::function<bool()>& Operation) {
-    if (!Nodes_) return false;
-    bool Failed = false;
-    {
-        const While<bool> Quiet(Busy_, true);
-        const NodesView::Reloading Empty(*Nodes_);
-        Failed = Operation();
-    }
-    AfterLoad();
-    return !Failed;
+void ObjectFrame::Rebuild(const std::function<void()>& Build) {
+    if (!Nodes_) return Build();
+    const NodesView::Reloading Empty(*Nodes_);
+    Build();
 }
 
-ObjectFrame::Leave ObjectFrame::LeaveText() {
-    if (!Text_.HasChanges()) return Leave::Applied;
-    switch (Choose(Window_, Filled(text::kNotApplied, {TextOf(Of(control::kHeading))}),
-                   {text::kApplyIt, text::kDropIt, text::kCancel})) {
-        case 0:
-            return Apply() ? Leave::Applied : Leave::Stay;
-        case 1:
-            Display(std::wstring(Current_));
-            return Leave::Dropped;
-        default:
-            return Leave::Stay;
-    }
+std::size_t ObjectFrame::AskLeaving(const std::wstring& Question) {
+    return Choose(Window_, Question, {Say(Phrase::kApplyIt), Say(Phrase::kDropIt), Say(Phrase::kCancel)});
 }
+
+// What the operator does.
 
 // What the operator has selected in the view becomes the current node. False when the text is not left.
 bool ObjectFrame::FollowView() {
     const TreeNode* const Node = Nodes_ ? Nodes_->Selected() : nullptr;
-    return !Node || Node->Key == Current_ || Select(std::wstring(Node->Key));
-}
-
-bool ObjectFrame::Select(std::wstring_view Key) {
-    const std::wstring Wanted(Key);
-    const bool Left = Guarded([&] {
-        if (LeaveText() == Leave::Stay || !Core_.Tree().HasNode(Wanted)) return false;
-        Core_.Tree().SelectNode(Wanted);
-        return true;
-    });
-    if (!Left) {
-        const While<bool> Quiet(Busy_, true);
-        if (Nodes_) Nodes_->Select(Current_);
-        return false;
-    }
-    return Guarded([&] {
-        ShowSelected();
-        return true;
-    });
-}
-
-bool ObjectFrame::Apply() {
-    if (!Text_.HasChanges()) return true;
-    return Guarded([&] {
-        std::wstring Buffer = Text_.Text();
-        std::wstring NewItemKey;
-        bool Refused = false;
-        {
-            const While<bool> Quiet(Busy_, true);
-            Refused = Core_.SaveData(At(), Buffer, NewItemKey);
-            if (Refused && Nodes_) Nodes_->Select(Current_);
-        }
-        if (Refused) {
-            if (FaultLine_ > 0) Text_.GoToLine(FaultLine_);
-            SetFocus(Text_.Control());
-            return false;
-        }
-        const int Cursor = Text_.Cursor();
-        ShowSelected();
-        Text_.SetCursor(Cursor);
-        if (!Faulty_) Tell(text::kApplied, false);
-        return true;
-    });
-}
-
-bool ObjectFrame::Revert() {
-    if (!Text_.HasChanges()) return true;
-    return Guarded([&] { return Display(std::wstring(Current_)); });
+    return !Node || Node->Key == Desk_.Current() || Desk_.Select(Node->Key);
 }
 
 bool ObjectFrame::SwitchStrict() {
     Core_.Tree().SetSyntaxOn(!Core_.Tree().SyntaxOn());
-    UpdateOffers();
+    ShowState();
     return true;
 }
 
+bool ObjectFrame::Find() {
+    const HWND Search = Of(control::kSearch);
+    SetFocus(Search);
+    SendMessageW(Search, EM_SETSEL, 0, -1);
+    return true;
+}
+
+bool ObjectFrame::FindNext() { return Desk_.FindNext(TextOf(Of(control::kSearch))); }
+
 // The tree.
 
-// An operation that changes nodes: the text is settled first, and afterwards the view follows the tree.
-bool ObjectFrame::Structural(const std::function<bool()>& Operation) {
-    return Guarded([&] {
-        if (LeaveText() == Leave::Stay) return false;
-        bool Failed = false;
-        {
-            const While<bool> Quiet(Busy_, true);
-            Failed = Operation();
-        }
-        const bool Silent = Failed && !Faulty_;
-        if (Failed && Core_.Tree().HasNode(Current_)) Core_.Tree().SelectNode(Current_);
-        ShowSelected();
-        if (!Silent) return !Failed;
-        CoreUtil::Instance().Door().Beep();
-        Tell(text::kNotDone, true);
-        return false;
-    });
+// A node that may move within its list follows the mouse.
+void ObjectFrame::TakeNode(HTREEITEM Item) {
+    const TreeNode* const Node = Nodes_ ? Nodes_->NodeOf(Item) : nullptr;
+    if (Running_ || !Node || !OffersOn(Core_.Tree(), *Node).Move) return;
+    Dragged_ = Node->Key;
+    SetCapture(Window_);
 }
 
-bool ObjectFrame::NewElement() {
-    const window::Offers Now = CurrentOffers();
-    if (!Now.NewIn) return false;
-    const std::wstring Folder = Now.NewIn->Key;
-    return Structural([&] {
-        std::wstring NewItemKey;
-        return Core_.EditData(On(Folder), NewItemKey);
-    });
+// Where the dragged node would come to stand: before the node under the mouse in its upper half, behind it in
+// its lower one, at the end over the folder itself; 0 where it can't be dropped. The view shows the place.
+std::int32_t ObjectFrame::PlaceUnder(POINT Where) {
+    const TreeNode* const Node = Core_.Tree().Find(*Dragged_);
+    TVHITTESTINFO Hit{};
+    Hit.pt = Where;
+    MapWindowPoints(Window_, Tree_, &Hit.pt, 1);
+    SendMessageW(Tree_, TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&Hit));
+    const TreeNode* const Target = Nodes_ ? Nodes_->NodeOf(Hit.hItem) : nullptr;
+    std::int32_t Place = Node && Target ? window::PlaceOfDrop(*Node, *Target) : 0;
+    const bool Beside = Place > 0 && Target != Node->Parent;
+    bool Behind = false;
+    if (Beside) {
+        const RECT Of = RectOf(Hit.hItem);
+        Behind = Hit.pt.y >= (Of.top + Of.bottom) / 2;
+        Place += Behind ? 1 : 0;
+    }
+    SendMessageW(Tree_, TVM_SETINSERTMARK, Behind, reinterpret_cast<LPARAM>(Beside ? Hit.hItem : nullptr));
+    return Place;
 }
 
-bool ObjectFrame::DeleteElement() {
-    if (!CurrentOffers().Delete || !Ask(Filled(text::kAskDelete, {CurrentNode()->Text}))) return false;
-    return Structural([&] { return Core_.DeleteData(At(), false); });
+bool ObjectFrame::DragNode(UINT Message, POINT Where) {
+    if (!Dragged_) return false;
+    if (Message == WM_MOUSEMOVE) {
+        const WORD Cursor = PlaceUnder(Where) > 0 ? kDragCursor : kNoDropCursor;
+        ::SetCursor(LoadCursorW(OwnModule(), MAKEINTRESOURCEW(Cursor)));
+        return true;
+    }
+    const std::int32_t Place = Message == WM_LBUTTONUP ? PlaceUnder(Where) : 0;
+    SendMessageW(Tree_, TVM_SETINSERTMARK, FALSE, 0);
+    const std::wstring Key = *std::exchange(Dragged_, std::nullopt);
+    if (Message != WM_CAPTURECHANGED) ReleaseCapture();
+    if (Place == 0 || Running_) return true;
+    const While Now(Running_);
+    Desk_.MoveTo(Key, Place);
+    return true;
 }
 
-bool ObjectFrame::DeleteAll() {
-    if (!CurrentOffers().DeleteAll) return false;
-    const TreeNode& Folder = *CurrentNode();
-    if (!Ask(Filled(text::kAskDeleteAll, {Folder.Text, std::to_wstring(Folder.Children.Count())}),
-             box::kDefaultSecond))
-        return false;
-    return Structural([&] { return Core_.DeleteData(At(), true); });
-}
-
-// What was shown open below the moved node is so again.
-bool ObjectFrame::Move(std::int32_t Direction) {
-    if (!CurrentOffers().Move || !Nodes_) return false;
-    return Structural([&] {
-        std::vector<std::wstring> Open = Nodes_->OpenBelow(Current_);
-        const std::wstring Before = Current_;
-        std::wstring NewKey;
-        if (Core_.MoveData(At(), Direction, NewKey)) return true;
-        if (Core_.Tree().HasNode(NewKey)) Current_ = NewKey;
-        std::replace(Open.begin(), Open.end(), Before, Current_);
-        Core_.Tree().SelectNode(Current_);
-        for (const std::wstring& Key : Open)
-            if (Nodes_) Nodes_->Expand(Key);
-        return false;
-    });
+RECT ObjectFrame::RectOf(HTREEITEM Item) const {
+    RECT Of{};
+    std::memcpy(&Of, &Item, sizeof Item);  // the message takes the item there and leaves its place
+    if (!Item || !SendMessageW(Tree_, TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&Of))) Of = {};
+    return Of;
 }
 
 void ObjectFrame::TreeMenu(POINT Where, bool ByKey) {
     if (Running_ || !Nodes_) return;
-    const While<bool> Now(Running_, true);
+    const While Now(Running_);
     if (ByKey) {
         // Below the node that is selected.
-        const HTREEITEM Item = Nodes_->ItemOf(Current_);
-        RECT Of{};
-        std::memcpy(&Of, &Item, sizeof Item);  // the message takes the item there and leaves its place
-        if (!Item || !SendMessageW(Tree_, TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&Of))) Of = {};
+        const RECT Of = RectOf(Nodes_->ItemOf(Desk_.Current()));
         Where = {Of.left, Of.bottom};
         ClientToScreen(Tree_, &Where);
     } else {
@@ -868,32 +729,13 @@ void ObjectFrame::TreeMenu(POINT Where, bool ByKey) {
         ScreenToClient(Tree_, &Hit.pt);
         SendMessageW(Tree_, TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&Hit));
         const TreeNode* const Node = Nodes_->NodeOf(Hit.hItem);
-        if (Node && Node->Key != Current_ && !Select(std::wstring(Node->Key))) return;
+        if (Node && Node->Key != Desk_.Current() && !Desk_.Select(Node->Key)) return;
     }
-    const window::Offers Offered = CurrentOffers();
-    const std::pair<int, bool> Rows[] = {
-        {command::kNew, Offered.NewIn != nullptr},
-        {command::kDelete, Offered.Delete},
-        {command::kDeleteAll, Offered.DeleteAll},
-        {command::kMoveUp, Offered.Move},
-        {command::kMoveDown, Offered.Move},
-        {0, true},
-        {command::kCopy, true},
-        {command::kPaste, true},
-        {command::kProperties, true},
-    };
     const Owned<HMENU> Menu(CreatePopupMenu());
-    for (const auto& [Id, Is] : Rows) {
-        const Row* const Of = std::find_if(std::begin(kCommands), std::end(kCommands),
-                                           [Id = Id](const Row& Each) { return Each.Id == Id; });
-        if (Of != std::end(kCommands)) {
-            if (Is)
-                AppendMenuW(Menu.get(), MF_STRING, static_cast<UINT_PTR>(Id),
-                            (std::wstring(Of->Text) + L"\t" + Of->KeyText).c_str());
-        } else if (GetMenuItemCount(Menu.get()) > 0) {
-            AppendMenuW(Menu.get(), MF_SEPARATOR, 0, nullptr);
-        }
-    }
+    for (const Command Each : window::kNodeMenu)
+        if (Desk_.IsOffered(Each)) AddTo(Menu.get(), *RowOf(IdOf(Each)));
+    if (GetMenuItemCount(Menu.get()) > 0) AppendMenuW(Menu.get(), MF_SEPARATOR, 0, nullptr);
+    for (const Command Each : window::kObjectMenu) AddTo(Menu.get(), *RowOf(IdOf(Each)));
     SetFocus(Tree_);
     const BOOL Chosen =
         TrackPopupMenu(Menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, Where.x, Where.y, 0, Window_, nullptr);
@@ -904,7 +746,9 @@ void ObjectFrame::TreeMenu(POINT Where, bool ByKey) {
 
 HWND ObjectFrame::Writing() const {
     const HWND Focus = GetFocus();
-    return Focus && (Focus == Text_.Control() || Focus == Of(control::kMessage)) ? Focus : nullptr;
+    for (const int Id : {control::kText, control::kMessage, control::kSearch})
+        if (Focus && Focus == Of(Id)) return Focus;
+    return nullptr;
 }
 
 bool ObjectFrame::SelectAll() {
@@ -912,63 +756,17 @@ bool ObjectFrame::SelectAll() {
     return true;
 }
 
-bool ObjectFrame::Copy() {
-    if (const HWND Text = Writing()) {
-        SendMessageW(Text, WM_COPY, 0, 0);
-        return true;
-    }
-    return Guarded([&] {
-        std::wstring ClassWord;
-        if (LeaveText() == Leave::Stay || Core_.CopyData(At(), false, ClassWord)) return false;
-        Tell(ClassWord.empty() ? text::kClipboardEmpty : Filled(text::kClipboardHolds, {ClassWord}), false);
-        return true;
-    });
+bool ObjectFrame::InText(UINT Message) const {
+    const HWND Text = Writing();
+    if (Text) SendMessageW(Text, Message, 0, 0);
+    return Text != nullptr;
 }
 
-bool ObjectFrame::Cut() {
-    if (const HWND Text = Writing()) {
-        SendMessageW(Text, WM_CUT, 0, 0);
-        return true;
-    }
-    return Copy() && DeleteElement();
-}
-
-bool ObjectFrame::Paste() {
-    if (const HWND Text = Writing()) {
-        SendMessageW(Text, WM_PASTE, 0, 0);
-        return true;
-    }
-    if (Core_.Tree().Modified() && !Ask(text::kAskPaste, box::kDefaultSecond)) return false;
-    return Guarded([&] {
-        if (LeaveText() == Leave::Stay) return false;
-        std::wstring NewItemKey;
-        const Waiting Here;
-        return Replaced([&] { return Core_.PasteData(At(), std::nullopt, NewItemKey); });
-    });
-}
+bool ObjectFrame::Copy() { return InText(WM_COPY) || Desk_.Copy(); }
+bool ObjectFrame::Cut() { return InText(WM_CUT) || Desk_.Cut(); }
+bool ObjectFrame::Paste() { return InText(WM_PASTE) || Desk_.Paste(); }
 
 // The object.
-
-bool ObjectFrame::ShowProperties() {
-    return Guarded([&] { return !Core_.ShowPropTable(At()); });
-}
-
-void ObjectFrame::RunTool(const std::wstring& Word) {
-    Structural([&] {
-        Core_.TlbrButtonClick(Word, At());
-        return Faulty_;
-    });
-}
-
-bool ObjectFrame::Save() {
-    return Guarded([&] {
-        if (Text_.HasChanges() && !Apply()) return false;
-        const Waiting Here;
-        if (Core_.Save()) return false;
-        Tell(text::kSaved, false);
-        return true;
-    });
-}
 
 bool ObjectFrame::OtherPane() {
     SetFocus(GetFocus() == Text_.Control() ? Tree_ : Text_.Control());
@@ -976,12 +774,7 @@ bool ObjectFrame::OtherPane() {
 }
 
 bool ObjectFrame::Close() {
-    if (LeaveText() == Leave::Stay) return false;
-    if (Core_.Tree().Modified()) {
-        const Answer Given = CoreUtil::Instance().Door().MessageBox(
-            Filled(text::kAskSave, {Core_.Object().Name()}), box::kYesNoCancel + box::kQuestion);
-        if (Given == Answer::Yes ? !Save() : Given != Answer::No) return false;
-    }
+    if (!Desk_.MayClose()) return false;
     Open_ = false;
     PostMessageW(Window_, WM_NULL, 0, 0);  // the loop looks up
     return true;

@@ -41,6 +41,8 @@ void SectionEdit::ShowSection(const std::wstring& Text) {
 
 void SectionEdit::ShowNothing() { Show({}, true); }
 
+void SectionEdit::Revert() { ShowSection(std::wstring(Given_)); }
+
 void SectionEdit::Show(const std::wstring& Text, bool ReadOnly) {
     Given_ = Text;
     Shown_ = WithLineEnds(Text);

@@ -21,6 +21,8 @@ class SectionEdit {
     void ShowSection(const std::wstring& Text);
     /// Nothing to edit.
     void ShowNothing();
+    /// Back to the text that ShowSection was given.
+    void Revert();
     /// The text with lines that end with CR LF; what ShowSection was given, letter by letter, while there are
     /// no changes.
     std::wstring Text() const;

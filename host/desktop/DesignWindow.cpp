@@ -36,7 +36,8 @@
 namespace kv::desktop {
 namespace {
 
-using window::Selection;
+using window::Command;
+using window::Phrase;
 using window::TreeNode;
 
 const QString kGeometry = QStringLiteral("object/geometry");
@@ -44,16 +45,38 @@ const QString kState = QStringLiteral("object/state");
 const QString kSplit = QStringLiteral("object/split");
 const QString kStrict = QStringLiteral("object/strict");
 
-Selection On(std::wstring_view Key) {
-    return {.CurrItem = std::wstring(Key), .CurrFolder = {}, .Index = {}, .Key = {}};
-}
-
-// The captions that lead to a node, the root left out.
-QString PathOf(const TreeNode& Node) {
-    QStringList Captions;
-    for (const TreeNode* N = &Node; N->Parent; N = N->Parent) Captions.prepend(FromWide(N->Text));
-    return Captions.join(QStringLiteral(" › "));
-}
+// The texts of window::kPhrases, which a test compares with them, where Qt's tools find them.
+constexpr const char* kSources[] = {
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "Sezioni dell'oggetto"),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "Cerca nell'albero"),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "Testo della sezione"),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "Messaggio"),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "Strumenti"),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "Versione %1"),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "Id %1"),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "Riga %1: %2"),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "Errore imprevisto."),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "Testo applicato."),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "Oggetto salvato."),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "Operazione non eseguita."),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "\"%1\" non si trova nell'albero."),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "Gli appunti sono vuoti."),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "Negli appunti: un oggetto della classe %1."),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "Eliminare \"%1\"?"),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "Eliminare tutti gli elementi di \"%1\"? Sono %2."),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow",
+                      "Negli appunti va l'intero oggetto. Copiarlo ed eliminare \"%1\"?"),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow",
+                      "L'oggetto ha modifiche non salvate, che andranno perse. Incollare?"),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow",
+                      "Le modifiche non salvate andranno perse. Ricaricare l'oggetto?"),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "Salvare le modifiche all'oggetto \"%1\"?"),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "Il testo della sezione \"%1\" non è stato applicato."),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "&Applica"),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "&Scarta"),
+    QT_TRANSLATE_NOOP("kv::desktop::DesignWindow", "Annulla"),
+};
+static_assert(std::size(kSources) == std::size(window::kPhrases));
 
 // What stands before "=" in the lines of a section that are no comments.
 QStringList KeywordsIn(const QString& Text) {
@@ -84,7 +107,7 @@ DesignWindow::DesignWindow(Desk& OnDesk, window::WindowCore& Core, host::Registr
     MakeBody();
     MakeActions();
     MakeToolButtons();
-    On_.Platform().OnError = [this](const KvError& Error) { ShowFault(Error); };
+    On_.Platform().OnError = [this](const KvError& Error) { Desk_.ShowFault(Error); };
 
     const QSettings Kept;
     if (!restoreGeometry(Kept.value(kGeometry).toByteArray()))
@@ -93,16 +116,19 @@ DesignWindow::DesignWindow(Desk& OnDesk, window::WindowCore& Core, host::Registr
     if (!Split_->restoreState(Kept.value(kSplit).toByteArray()))
         Split_->setSizes({width() * 2 / 5, width() * 3 / 5});
 
+    MakeStatus();
+    Desk_.Show();
+    View_->setFocus();
+}
+
+void DesignWindow::MakeStatus() {
     std::wstring Name, Desc, Id, Clsid, Users;
     std::int16_t Version = 0;
-    if (!Core_.GetObjectInfo(Name, Desc, Version, Id, Clsid, Users)) {
-        statusBar()->addWidget(new QLabel(FromWide(Clsid)));
-        statusBar()->addWidget(new ElidedLabel(Qt::ElideRight, FromWide(Desc)), 1);
-        statusBar()->addPermanentWidget(new QLabel(tr("Versione %1").arg(Version)));
-        statusBar()->addPermanentWidget(new QLabel(tr("Id %1").arg(FromWide(Id))));
-    }
-    AfterLoad({});
-    View_->setFocus();
+    if (Core_.GetObjectInfo(Name, Desc, Version, Id, Clsid, Users)) return;
+    statusBar()->addWidget(new QLabel(FromWide(Clsid)));
+    statusBar()->addWidget(new ElidedLabel(Qt::ElideRight, FromWide(Desc)), 1);
+    statusBar()->addPermanentWidget(new QLabel(Said(Phrase::kVersion).arg(Version)));
+    statusBar()->addPermanentWidget(new QLabel(Said(Phrase::kId).arg(FromWide(Id))));
 }
 
 DesignWindow::~DesignWindow() {
@@ -113,10 +139,11 @@ DesignWindow::~DesignWindow() {
 void DesignWindow::MakeBody() {
     Nodes_ = new NodesModel(Core_.Tree(), this);
     Nodes_->Movable = [this](const TreeNode& Node) { return OffersOn(Core_.Tree(), Node).Move; };
-    connect(Nodes_, &NodesModel::MoveRequested, this, &DesignWindow::MoveTo);
+    connect(Nodes_, &NodesModel::MoveRequested, this,
+            [this](const QString& Key, int Place) { Desk_.MoveTo(ToWide(Key), Place); });
 
     View_ = new QTreeView;
-    View_->setAccessibleName(tr("Sezioni dell'oggetto"));
+    View_->setAccessibleName(Said(Phrase::kTree));
     View_->setHeaderHidden(true);
     View_->setUniformRowHeights(true);
     View_->setModel(Nodes_);
@@ -129,21 +156,21 @@ void DesignWindow::MakeBody() {
     connect(View_->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& Now, const QModelIndex&) {
                 const TreeNode* const Node = NodesModel::NodeOf(Now);
-                if (Busy_ || !Node || Node->Key == Current_) return;
+                if (Desk_.Busy() || !Node || Node->Key == Current()) return;
                 // The view is still at work on the click: what it is told now it would overrule.
                 QMetaObject::invokeMethod(
                     this, [this, Key = Node->Key] { Select(Key); }, Qt::QueuedConnection);
             });
     // A click beside the nodes selects nothing: what is worked on stays marked.
     connect(View_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
-        if (Busy_ || View_->selectionModel()->hasSelection()) return;
+        if (Desk_.Busy() || View_->selectionModel()->hasSelection()) return;
         QMetaObject::invokeMethod(
-            this, [this] { MarkCurrent(); }, Qt::QueuedConnection);
+            this, [this] { Desk_.MarkCurrent(); }, Qt::QueuedConnection);
     });
 
     Search_ = new QLineEdit;
-    Search_->setAccessibleName(tr("Cerca nell'albero"));
-    Search_->setPlaceholderText(tr("Cerca nell'albero"));
+    Search_->setAccessibleName(Said(Phrase::kSearch));
+    Search_->setPlaceholderText(Said(Phrase::kSearch));
     Search_->setClearButtonEnabled(true);
     connect(Search_, &QLineEdit::returnPressed, this, [this] { FindNext(); });
 
@@ -155,8 +182,8 @@ void DesignWindow::MakeBody() {
 
     Heading_ = new ElidedLabel(Qt::ElideMiddle);
     Editor_ = new SectionEditor;
-    Editor_->setAccessibleName(tr("Testo della sezione"));
-    connect(Editor_, &SectionEditor::ChangesChanged, this, [this] { UpdateOffers(); });
+    Editor_->setAccessibleName(Said(Phrase::kSectionText));
+    connect(Editor_, &SectionEditor::ChangesChanged, this, [this] { ShowState(); });
 
     Sign_ = new QLabel;
     Message_ = new QLabel;
@@ -164,7 +191,7 @@ void DesignWindow::MakeBody() {
     Message_->setWordWrap(true);
     Message_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     Message_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    Message_->setAccessibleName(tr("Messaggio"));
+    Message_->setAccessibleName(Said(Phrase::kMessage));
     auto* const Line = new QWidget;
     auto* const LineRow = new QHBoxLayout(Line);
     LineRow->setContentsMargins(0, 0, 0, 0);
@@ -277,7 +304,7 @@ void DesignWindow::MakeActions() {
 
 // The buttons that the server handed over, in its order.
 void DesignWindow::MakeToolButtons() {
-    QToolBar* const Bar = addToolBar(tr("Strumenti"));
+    QToolBar* const Bar = addToolBar(Said(Phrase::kTools));
     Bar->setObjectName(QStringLiteral("toolBar"));
     const std::vector<window::ToolButton>& Buttons = Core_.Tree().Buttons();
     for (const std::wstring& Word : Core_.Tree().Tools()) {
@@ -295,7 +322,7 @@ void DesignWindow::MakeToolButtons() {
         const QString Tip = Button == Buttons.end() ? FromWide(Word) : FromWide(Button->ToolTip);
         QAction* const Tool =
             Make(Name.toLatin1().constData(), Tip, {}, Name.toLatin1().constData(), nullptr);
-        connect(Tool, &QAction::triggered, this, [this, Word] { RunTool(Word); });
+        connect(Tool, &QAction::triggered, this, [this, Word] { Desk_.RunTool(Word); });
         Bar->addAction(Tool);
         Tools_.emplace_back(Tool, Word);
     }
@@ -307,101 +334,51 @@ QAction* DesignWindow::ActionOf(const QString& Name) const { return findChild<QA
 
 QString DesignWindow::Message() const { return Message_->text(); }
 
-const TreeNode* DesignWindow::CurrentNode() const { return Core_.Tree().Find(Current_); }
+const char* DesignWindow::SourceOf(Phrase Of) { return kSources[static_cast<std::size_t>(Of)]; }
 
-window::Offers DesignWindow::CurrentOffers() const {
-    const TreeNode* const Node = CurrentNode();
-    return Node ? OffersOn(Core_.Tree(), *Node) : window::Offers{};
-}
+QString DesignWindow::Said(Phrase Of) const { return tr(SourceOf(Of)); }
 
-Selection DesignWindow::At() const { return On(Current_); }
+// The window as window::ObjectDesk works on it.
 
-// Messages.
+std::wstring DesignWindow::Say(Phrase Of) const { return ToWide(Said(Of)); }
 
-void DesignWindow::Tell(const QString& Text, bool Fault) {
+std::wstring DesignWindow::Widened(const char* What) const { return ToWide(QString::fromUtf8(What)); }
+
+void DesignWindow::Said(const QString& Text, bool Fault) {
     Message_->setText(Text);
     const int Side = fontMetrics().height();
     const auto Icon = Fault ? QStyle::SP_MessageBoxWarning : QStyle::SP_MessageBoxInformation;
     Sign_->setPixmap(Text.isEmpty() ? QPixmap() : style()->standardIcon(Icon).pixmap(Side, Side));
     // A name hides the text from screen readers, so the text is the name; they tell it as it comes.
-    Message_->setAccessibleName(Text.isEmpty() ? tr("Messaggio") : Text);
+    Message_->setAccessibleName(Text.isEmpty() ? Said(Phrase::kMessage) : Text);
     QAccessibleEvent Told(Message_, QAccessible::Alert);
     if (!Text.isEmpty()) QAccessible::updateAccessibility(&Told);
     Sign_->setAccessibleName(Text.isEmpty() ? QString() : Fault ? tr("Errore") : tr("Informazione"));
 }
 
-void DesignWindow::ShowFault(const KvError& Error) {
-    Faulty_ = true;
-    FaultLine_ = Error.Line;
-    QString Text = FromWide(Error.Description);
-    if (Error.Line > 0) Text = tr("Riga %1: %2").arg(Error.Line).arg(Text);
-    Tell(Text, true);
-}
+void DesignWindow::Tell(const std::wstring& Text, bool Fault) { Said(FromWide(Text), Fault); }
 
-// Runs what the operator asked for. Nothing escapes; what fails without a word is told at least so.
-bool DesignWindow::Guarded(const std::function<bool()>& Body) {
-    Tell({}, false);
-    Faulty_ = false;
-    FaultLine_ = 0;
-    bool Done = false;
-    try {
-        Done = Body();
-    } catch (const Failure& Fault) {
-        ShowFault(Fault.Error());
-    } catch (const host::StoreError& Trouble) {
-        Faulty_ = true;
-        Tell(FromWide(Trouble.Text()), true);
-    } catch (const std::exception& Trouble) {
-        Faulty_ = true;
-        Tell(QString::fromUtf8(Trouble.what()), true);
-    }
-    UpdateOffers();
-    ShowTitle();
-    return Done && !Faulty_;
-}
-
-void DesignWindow::ShowTitle() {
-    const TreeNode* const Root = Core_.Tree().Root();
-    setWindowTitle(
-        tr("%1 - %2[*]")
-            .arg(Root ? FromWide(Root->Text) : FromWide(Object_.Name()), FromWide(Object_.Clsid())));
-    setWindowModified(Core_.Tree().Modified() || Editor_->HasChanges());
-}
-
-void DesignWindow::UpdateOffers() {
-    const window::Offers Now = CurrentOffers();
-    ActionOf(QStringLiteral("new"))->setEnabled(Now.NewIn != nullptr);
-    ActionOf(QStringLiteral("delete"))->setEnabled(Now.Delete);
-    ActionOf(QStringLiteral("deleteAll"))->setEnabled(Now.DeleteAll);
-    ActionOf(QStringLiteral("moveUp"))->setEnabled(Now.Move);
-    ActionOf(QStringLiteral("moveDown"))->setEnabled(Now.Move);
-    const bool Changed = Editor_->HasChanges();
-    ActionOf(QStringLiteral("apply"))->setEnabled(Changed);
-    ActionOf(QStringLiteral("revert"))->setEnabled(Changed);
+void DesignWindow::ShowState() {
+    setWindowTitle(tr("%1 - %2[*]").arg(FromWide(Desk_.Name()), FromWide(Object_.Clsid())));
+    setWindowModified(Desk_.Unsaved());
+    Heading_->SetText(FromWide(Desk_.Heading()));
+    for (const window::CommandRow& Each : window::kCommands)
+        ActionOf(QString::fromLatin1(Each.Name))->setEnabled(Desk_.IsOffered(Each.Id));
     ActionOf(QStringLiteral("complete"))->setEnabled(!Editor_->isReadOnly());
-    setWindowModified(Core_.Tree().Modified() || Changed);
-    const std::vector<std::wstring>& Served = Core_.Tree().Served();
-    for (const auto& [Tool, Word] : Tools_)
-        Tool->setEnabled(std::find(Served.begin(), Served.end(), Word) != Served.end());
+    for (const auto& [Tool, Word] : Tools_) Tool->setEnabled(Desk_.Serves(Word));
 }
 
-// The text.
+bool DesignWindow::TextChanged() const { return Editor_->HasChanges(); }
 
-bool DesignWindow::Display(std::wstring_view Key) {
-    Current_ = Key;
-    const TreeNode* const Node = CurrentNode();
-    Heading_->SetText(Node ? PathOf(*Node) : QString());
-    std::wstring Buffer;
-    if (!Node || !IsLeafKey(Current_) || Core_.DispData(At(), Buffer)) {
-        Editor_->ShowNothing();
-        return Node && !IsLeafKey(Current_);
-    }
-    const QString Text = FromWide(Buffer);
-    if (Applied_) {
+std::wstring DesignWindow::Text() const { return ToWide(Editor_->SectionText()); }
+
+void DesignWindow::ShowText(const std::wstring& Shown, bool Applied) {
+    const QString Text = FromWide(Shown);
+    if (Applied) {
         Editor_->Accept(Text);
-        return true;
+        return;
     }
-    const std::wstring Section(SectionWord(Current_));
+    const std::wstring Section(SectionWord(Current()));
     QStringList Keywords = KeywordsIn(Text);
     for (const window::ValueWords& Row : Core_.Tree().Choices())
         if (Row.Section == Section && !Keywords.contains(FromWide(Row.Keyword)))
@@ -413,297 +390,65 @@ bool DesignWindow::Display(std::wstring_view Key) {
                        Words.append(FromWide(Word));
                    return Words;
                }});
-    return true;
 }
 
-// The view and the text follow what the tree says is selected.
-void DesignWindow::ShowSelected() {
-    const TreeNode* Node = Core_.Tree().Find(Core_.Tree().Selected());
-    if (!Node) Node = Core_.Tree().Root();
-    const std::wstring Key = Node ? Node->Key : std::wstring();
-    {
-        const QScopedValueRollback<bool> Quiet(Busy_, true);
-        const QModelIndex Index = Nodes_->IndexOf(Key);
-        View_->setCurrentIndex(Index);
-        View_->scrollTo(Index);
-    }
-    Display(Key);
+void DesignWindow::ShowNoText() { Editor_->ShowNothing(); }
+
+void DesignWindow::RevertText() { Editor_->Revert(); }
+
+int DesignWindow::TextPosition() const { return Editor_->textCursor().position(); }
+
+void DesignWindow::SetTextPosition(int Position) {
+    QTextCursor There = Editor_->textCursor();
+    There.setPosition(std::min(Position, Editor_->document()->characterCount() - 1));
+    Editor_->setTextCursor(There);
 }
 
-void DesignWindow::AfterLoad(const Places& Selected) {
-    if (const TreeNode* const Root = Core_.Tree().Root()) {
-        View_->expand(Nodes_->index(0, 0));
-        Core_.Tree().SelectNode(Below(Root, Selected)->Key);
-    }
-    ShowSelected();
-    UpdateOffers();
-    ShowTitle();
+void DesignWindow::ShowRefused(int Line) {
+    Editor_->MarkFault(Line);
+    Editor_->setFocus();
 }
 
-// Runs what builds the whole tree anew.
-bool DesignWindow::Replaced(const std::function<bool()>& Operation) {
-    const std::vector<Places> Open = OpenBelow(Core_.Tree().Root());
-    const Places Selected = PlacesOf(CurrentNode());
-    bool Failed = false;
-    {
-        const Wait Waiting(On_.Platform());
-        const QScopedValueRollback<bool> Quiet(Busy_, true);
-        const NodesModel::Reloading While(*Nodes_);
-        Failed = Operation();
-    }
-    {
-        const QScopedValueRollback<bool> Quiet(Busy_, true);
-        OpenAgain(Core_.Tree().Root(), Open);
-    }
-    AfterLoad(Selected);
-    return !Failed;
+void DesignWindow::Mark(std::wstring_view Key) {
+    const QModelIndex Index = Nodes_->IndexOf(Key);
+    View_->selectionModel()->setCurrentIndex(Index, QItemSelectionModel::ClearAndSelect);
+    View_->scrollTo(Index);
 }
 
-// Loads what lies in the store. Where that fails the object stays as it was, and so does what it counts as
-// seen of the store: a later save must not go over what was never shown.
-bool DesignWindow::LoadAnew(host::RegistryObject::State Stored) {
-    host::RegistryObject::State Before{Object_.Read(), Object_.Revision()};
-    Object_.TakeOver(std::move(Stored));
-    if (!Replaced([&] { return Core_.LoadData(); })) {
-        Object_.TakeOver(std::move(Before));
-        return false;
-    }
-    Core_.Tree().MarkModified(false);
-    return true;
+bool DesignWindow::IsOpen(const TreeNode& Node) const { return View_->isExpanded(Nodes_->IndexOf(Node.Key)); }
+
+void DesignWindow::Open(const TreeNode& Node) { View_->expand(Nodes_->IndexOf(Node.Key)); }
+
+void DesignWindow::Rebuild(const std::function<void()>& Build) {
+    const NodesModel::Reloading While(*Nodes_);
+    Build();
 }
 
-DesignWindow::Leave DesignWindow::LeaveText() {
-    if (!Editor_->HasChanges()) return Leave::Applied;
-    QMessageBox Question(QMessageBox::Question, QStringLiteral("kvdesign"),
-                         tr("Il testo della sezione \"%1\" non è stato applicato.").arg(Heading_->text()),
+std::size_t DesignWindow::AskLeaving(const std::wstring& Text) {
+    QMessageBox Question(QMessageBox::Question, QStringLiteral("kvdesign"), FromWide(Text),
                          QMessageBox::NoButton, this);
     Question.setTextFormat(Qt::PlainText);
-    QPushButton* const Applying = Question.addButton(tr("&Applica"), QMessageBox::AcceptRole);
-    QPushButton* const Dropping = Question.addButton(tr("&Scarta"), QMessageBox::DestructiveRole);
-    Question.addButton(tr("Annulla"), QMessageBox::RejectRole);
+    QPushButton* const Applying = Question.addButton(Said(Phrase::kApplyIt), QMessageBox::AcceptRole);
+    QPushButton* const Dropping = Question.addButton(Said(Phrase::kDropIt), QMessageBox::DestructiveRole);
+    Question.addButton(Said(Phrase::kCancel), QMessageBox::RejectRole);
     Question.setDefaultButton(Applying);
     Question.exec();
-    if (Question.clickedButton() == Applying) return Apply() ? Leave::Applied : Leave::Stay;
-    if (Question.clickedButton() != Dropping) return Leave::Stay;
-    Display(std::wstring(Current_));
-    return Leave::Dropped;
-}
-
-// The view marks the node that is worked on.
-void DesignWindow::MarkCurrent() {
-    const QScopedValueRollback<bool> Quiet(Busy_, true);
-    const QModelIndex Index = Nodes_->IndexOf(Current_);
-    View_->selectionModel()->setCurrentIndex(Index, QItemSelectionModel::ClearAndSelect);
-}
-
-bool DesignWindow::Select(std::wstring_view Key) {
-    const std::wstring Wanted(Key);
-    const bool Gone = Guarded([&] {
-        if (LeaveText() == Leave::Stay || !Core_.Tree().HasNode(Wanted)) return false;
-        Core_.Tree().SelectNode(Wanted);
-        return true;
-    });
-    if (!Gone) {
-        MarkCurrent();
-        return false;
-    }
-    return Guarded([&] {
-        ShowSelected();
-        return true;
-    });
-}
-
-bool DesignWindow::Apply() {
-    if (!Editor_->HasChanges()) return true;
-    return Guarded([&] {
-        std::wstring Buffer = ToWide(Editor_->SectionText());
-        std::wstring NewItemKey;
-        {
-            const QScopedValueRollback<bool> Quiet(Busy_, true);
-            if (Core_.SaveData(At(), Buffer, NewItemKey)) {
-                View_->setCurrentIndex(Nodes_->IndexOf(Current_));
-                Editor_->MarkFault(FaultLine_);
-                Editor_->setFocus();
-                return false;
-            }
-        }
-        const int Cursor = Editor_->textCursor().position();
-        Applied_ = Core_.Tree().Selected() == Current_;
-        ShowSelected();
-        Applied_ = false;
-        QTextCursor Back = Editor_->textCursor();
-        Back.setPosition(std::min(Cursor, Editor_->document()->characterCount() - 1));
-        Editor_->setTextCursor(Back);
-        if (!Faulty_) Tell(tr("Testo applicato."), false);
-        return true;
-    });
-}
-
-bool DesignWindow::Revert() {
-    if (!Editor_->HasChanges()) return true;
-    return Guarded([&] {
-        Editor_->Revert();
-        return true;
-    });
+    return Question.clickedButton() == Applying ? 0 : Question.clickedButton() == Dropping ? 1 : 2;
 }
 
 // The tree.
 
-// An operation that changes nodes: the text is settled first, and afterwards the view follows the tree.
-bool DesignWindow::Structural(const std::function<bool()>& Operation) {
-    return Guarded([&] {
-        if (LeaveText() == Leave::Stay) return false;
-        bool Failed = false;
-        {
-            const QScopedValueRollback<bool> Quiet(Busy_, true);
-            Failed = Operation();
-        }
-        const bool Silent = Failed && !Faulty_;
-        if (Failed)
-            Core_.Tree().SelectNode(Core_.Tree().HasNode(Current_) ? Current_ : Core_.Tree().Selected());
-        ShowSelected();
-        if (!Silent) return !Failed;
-        On_.Platform().Beep();
-        Tell(tr("Operazione non eseguita."), true);
-        return false;
-    });
-}
-
-bool DesignWindow::NewElement() {
-    const window::Offers Now = CurrentOffers();
-    if (!Now.NewIn) return false;
-    const std::wstring Folder = Now.NewIn->Key;
-    return Structural([&] {
-        std::wstring NewItemKey;
-        return Core_.EditData(On(Folder), NewItemKey);
-    });
-}
-
-bool DesignWindow::Ask(const QString& Text, std::int32_t Style) {
-    return On_.Platform().MessageBox(ToWide(Text), box::kYesNo + box::kQuestion + Style) == Answer::Yes;
-}
-
-bool DesignWindow::DeleteElement() {
-    if (!CurrentOffers().Delete || LeaveText() == Leave::Stay || !CurrentOffers().Delete) return false;
-    const QString Caption = FromWide(CurrentNode()->Text);
-    if (!Ask(tr("Eliminare \"%1\"?").arg(Caption), box::kDefaultSecond)) return false;
-    return Structural([&] { return Core_.DeleteData(At(), false); });
-}
-
-bool DesignWindow::DeleteAll() {
-    if (!CurrentOffers().DeleteAll) return false;
-    const TreeNode& Folder = *CurrentNode();
-    const QString Question = tr("Eliminare tutti gli elementi di \"%1\"? Sono %2.")
-                                 .arg(FromWide(Folder.Text))
-                                 .arg(Folder.Children.Count());
-    if (!Ask(Question, box::kDefaultSecond)) return false;
-    return Structural([&] { return Core_.DeleteData(At(), true); });
-}
-
-bool DesignWindow::Move(std::int32_t Direction, int Steps) {
-    if (!CurrentOffers().Move) return false;
-    return Structural([&] {
-        const std::vector<Places> Open = OpenBelow(CurrentNode());
-        for (int Step = 0; Step < Steps; ++Step) {
-            std::wstring NewKey;
-            if (Core_.MoveData(At(), Direction, NewKey)) return true;
-            if (Core_.Tree().HasNode(NewKey)) Current_ = NewKey;
-        }
-        Core_.Tree().SelectNode(Current_);
-        OpenAgain(CurrentNode(), Open);
-        return false;
-    });
-}
-
-// A place of the list that holds the node, as it was before the move.
-void DesignWindow::MoveTo(const QString& Key, int Place) {
-    if (!Select(ToWide(Key))) return;
-    const TreeNode* const Node = CurrentNode();
-    if (!Node || !Node->Parent) return;
-    const int Now = window::SiblingOrder<TreeNode>::PlaceOf(Node);
-    if (Place < Now)
-        Move(+1, Now - Place);
-    else if (Place > Now + 1)
-        Move(-1, Place - 1 - Now);
-}
-
-// What is open at and below a node, each as the places that lead to it: keys are other ones when nodes are
-// built anew.
-std::vector<DesignWindow::Places> DesignWindow::OpenBelow(const TreeNode* Top) const {
-    std::vector<Places> Open;
-    std::vector<std::pair<const TreeNode*, Places>> Waiting{{Top, {}}};
-    while (!Waiting.empty()) {
-        const auto [Node, Where] = std::move(Waiting.back());
-        Waiting.pop_back();
-        if (!Node || !View_->isExpanded(Nodes_->IndexOf(Node->Key))) continue;
-        Open.push_back(Where);
-        for (std::int32_t Place = 1; const TreeNode* const Child = Node->Children.At(Place); ++Place) {
-            if (Child->Children.Count() == 0) continue;
-            Waiting.emplace_back(Child, Where);
-            Waiting.back().second.push_back(Place);
-        }
-    }
-    return Open;
-}
-
-void DesignWindow::OpenAgain(const TreeNode* Top, const std::vector<Places>& Open) {
-    for (const Places& Where : Open)
-        if (const TreeNode* const Node = Below(Top, Where); Node && Node->Children.Count() > 0)
-            View_->expand(Nodes_->IndexOf(Node->Key));
-}
-
-// The node to which the places lead, or the last one on the way that is there.
-const TreeNode* DesignWindow::Below(const TreeNode* Top, const Places& Where) {
-    for (const std::int32_t Place : Where) {
-        const TreeNode* const Child = Top ? Top->Children.At(Place) : nullptr;
-        if (!Child) break;
-        Top = Child;
-    }
-    return Top;
-}
-
-DesignWindow::Places DesignWindow::PlacesOf(const TreeNode* Node) {
-    Places Where;
-    for (; Node && Node->Parent; Node = Node->Parent)
-        Where.insert(Where.begin(), window::SiblingOrder<TreeNode>::PlaceOf(Node));
-    return Where;
-}
-
-bool DesignWindow::FindNext() {
-    const QString Wanted = Search_->text();
-    if (Wanted.isEmpty()) return false;
-    std::wstring First, Next;
-    bool Behind = false;
-    Core_.Tree().ForEach([&](const TreeNode& Node) {
-        const bool Here = Node.Key == Current_;
-        if ((!Behind && First.empty()) || (Behind && Next.empty()))
-            if (FromWide(Node.Text).contains(Wanted, Qt::CaseInsensitive)) {
-                if (Behind)
-                    Next = Node.Key;
-                else if (First.empty())
-                    First = Node.Key;
-            }
-        Behind = Behind || Here;
-    });
-    const std::wstring& Found = Next.empty() ? First : Next;
-    if (Found.empty()) {
-        Tell(tr("\"%1\" non si trova nell'albero.").arg(Wanted), true);
-        On_.Platform().Beep();
-        return false;
-    }
-    return Select(Found);
-}
+bool DesignWindow::FindNext() { return Desk_.FindNext(ToWide(Search_->text())); }
 
 void DesignWindow::TreeMenu(const QPoint& Where) {
     if (const TreeNode* const Node = NodesModel::NodeOf(View_->indexAt(Where)))
-        if (Node->Key != Current_ && !Select(std::wstring(Node->Key))) return;
+        if (Node->Key != Current() && !Select(std::wstring(Node->Key))) return;
     QMenu Menu(this);
-    for (const char* const Name : {"new", "delete", "deleteAll", "moveUp", "moveDown"})
-        if (QAction* const Offered = ActionOf(QString::fromLatin1(Name)); Offered->isEnabled())
-            Menu.addAction(Offered);
+    for (const Command Each : window::kNodeMenu)
+        if (Desk_.IsOffered(Each)) Menu.addAction(ActionOf(QString::fromLatin1(window::RowOf(Each).Name)));
     Menu.addSeparator();
-    for (const char* const Name : {"copy", "paste", "properties"})
-        Menu.addAction(ActionOf(QString::fromLatin1(Name)));
+    for (const Command Each : window::kObjectMenu)
+        Menu.addAction(ActionOf(QString::fromLatin1(window::RowOf(Each).Name)));
     Menu.exec(View_->viewport()->mapToGlobal(Where));
 }
 
@@ -722,56 +467,18 @@ bool DesignWindow::InText(Work&& Do) {
 }
 
 bool DesignWindow::Copy() {
-    if (InText([](auto& Text) { Text.copy(); })) return true;
-    return Guarded([&] {
-        std::wstring ClassWord;
-        if (LeaveText() == Leave::Stay || Core_.CopyData(At(), false, ClassWord)) return false;
-        Tell(ClassWord.empty() ? tr("Gli appunti sono vuoti.")
-                               : tr("Negli appunti: un oggetto della classe %1.").arg(FromWide(ClassWord)),
-             false);
-        return true;
-    });
+    return InText([](auto& Text) { Text.copy(); }) || Desk_.Copy();
 }
 
-// The clipboard knows whole objects: with an element that is cut goes a copy of the object that it stood in.
 bool DesignWindow::Cut() {
-    if (InText([](auto& Text) { Text.cut(); })) return true;
-    if (!CurrentOffers().Delete || LeaveText() == Leave::Stay || !CurrentOffers().Delete) return false;
-    const QString Question = tr("Negli appunti va l'intero oggetto. Copiarlo ed eliminare \"%1\"?")
-                                 .arg(FromWide(CurrentNode()->Text));
-    if (!Ask(Question, box::kDefaultSecond)) return false;
-    return Structural([&] {
-        const std::shared_ptr<RegData> Before = Core_.Clipboard().DataObj;
-        std::wstring ClassWord;
-        if (Core_.CopyData(At(), false, ClassWord) || Core_.Clipboard().DataObj == Before) return true;
-        return Core_.DeleteData(At(), false);
-    });
+    return InText([](auto& Text) { Text.cut(); }) || Desk_.Cut();
 }
 
 bool DesignWindow::Paste() {
-    if (InText([](auto& Text) { Text.paste(); })) return true;
-    if (Core_.Tree().Modified() &&
-        !Ask(tr("L'oggetto ha modifiche non salvate, che andranno perse. Incollare?"), box::kDefaultSecond))
-        return false;
-    return Guarded([&] {
-        if (LeaveText() == Leave::Stay) return false;
-        std::wstring NewItemKey;
-        return Replaced([&] { return Core_.PasteData(At(), std::nullopt, NewItemKey); });
-    });
+    return InText([](auto& Text) { Text.paste(); }) || Desk_.Paste();
 }
 
 // The object.
-
-bool DesignWindow::ShowProperties() {
-    return Guarded([&] { return !Core_.ShowPropTable(At()); });
-}
-
-void DesignWindow::RunTool(const std::wstring& Word) {
-    Structural([&] {
-        Core_.TlbrButtonClick(Word, At());
-        return Faulty_;
-    });
-}
 
 std::vector<SectionChange> DesignWindow::ChangesSince(const host::RegistryObject::State& Stored) {
     const Wait Waiting(On_.Platform());
@@ -780,9 +487,10 @@ std::vector<SectionChange> DesignWindow::ChangesSince(const host::RegistryObject
 
 // Another program has deleted the object.
 bool DesignWindow::MadeAnew() {
-    if (!Ask(tr("L'oggetto \"%1\" è stato eliminato da un altro programma. Ricrearlo con le proprie "
-                "modifiche?")
-                 .arg(FromWide(Object_.Name()))))
+    const QString Question =
+        tr("L'oggetto \"%1\" è stato eliminato da un altro programma. Ricrearlo con le proprie modifiche?")
+            .arg(FromWide(Object_.Name()));
+    if (On_.Platform().MessageBox(ToWide(Question), box::kYesNo + box::kQuestion) != Answer::Yes)
         return false;
     host::KvRegSvr& Registry = On_.Registry();
     Registry.Create(Object_.Clsid(), Object_.Name(), Object_.Read().Desc);
@@ -791,56 +499,53 @@ bool DesignWindow::MadeAnew() {
     return true;
 }
 
-// Another program may have saved the object. False: the save is called off, or (`Saved`) not needed any more.
-bool DesignWindow::SettleOvertaken(bool& Saved) {
+// Loads what lies in the store. Where that fails the object stays as it was, and so does what it counts as
+// seen of the store: a later save must not go over what was never shown.
+bool DesignWindow::LoadAnew(host::RegistryObject::State Stored) {
+    host::RegistryObject::State Before{Object_.Read(), Object_.Revision()};
+    Object_.TakeOver(std::move(Stored));
+    if (!Desk_.Replaced([&] { return Core_.LoadData(); })) {
+        Object_.TakeOver(std::move(Before));
+        return false;
+    }
+    Core_.Tree().MarkModified(false);
+    return true;
+}
+
+// Another program may have saved the object meanwhile.
+std::optional<bool> DesignWindow::BeforeSave() {
     std::optional<host::RegistryObject::State> Stored = Object_.Stored();
-    if (!Stored) return MadeAnew();
-    if (Stored->Revision == Object_.Revision()) return true;
+    if (!Stored) return MadeAnew() ? std::nullopt : std::optional(false);
+    if (Stored->Revision == Object_.Revision()) return std::nullopt;
     switch (ChangesDialog::AskOvertaken(ChangesSince(*Stored), this)) {
         case Overtaken::Keep:
             Object_.Outrank(*Stored);
-            return true;
+            return std::nullopt;
         case Overtaken::TakeOver:
-            Saved = LoadAnew(std::move(*Stored));
-            if (Saved) Tell(tr("La versione salvata ha preso il posto della propria."), false);
-            return false;
+            if (!LoadAnew(std::move(*Stored))) return false;
+            Said(tr("La versione salvata ha preso il posto della propria."), false);
+            return true;
         case Overtaken::Cancel:
             break;
     }
     return false;
 }
 
-bool DesignWindow::Save() {
-    return Guarded([&] {
-        if (Editor_->HasChanges() && !Apply()) return false;
-        bool Saved = false;
-        if (!SettleOvertaken(Saved)) return Saved;
-        if (Core_.Save()) return false;
-        Tell(tr("Oggetto salvato."), false);
-        return true;
-    });
-}
-
 bool DesignWindow::Reload() {
-    if ((Core_.Tree().Modified() || Editor_->HasChanges()) &&
-        !Ask(tr("Le modifiche non salvate andranno perse. Ricaricare l'oggetto?"), box::kDefaultSecond))
-        return false;
-    return Guarded([&] {
+    return Desk_.Reload([&] {
         std::optional<host::RegistryObject::State> Stored = Object_.Stored();
-        if (!Stored) {
-            Tell(tr("L'oggetto non è più nell'archivio."), true);
-            return false;
-        }
-        return LoadAnew(std::move(*Stored));
+        if (Stored) return LoadAnew(std::move(*Stored));
+        Said(tr("L'oggetto non è più nell'archivio."), true);
+        return false;
     });
 }
 
 bool DesignWindow::ShowChanges() {
-    return Guarded([&] {
-        if (LeaveText() == Leave::Stay) return false;
+    return Desk_.Guarded([&] {
+        if (!Desk_.Settled()) return false;
         const std::optional<host::RegistryObject::State> Stored = Object_.Stored();
         if (!Stored) {
-            Tell(tr("L'oggetto non è più nell'archivio."), true);
+            Said(tr("L'oggetto non è più nell'archivio."), true);
             return false;
         }
         ChangesDialog(tr("Modifiche non salvate"), ChangesSince(*Stored), this).exec();
@@ -849,13 +554,7 @@ bool DesignWindow::ShowChanges() {
 }
 
 void DesignWindow::closeEvent(QCloseEvent* Event) {
-    bool Stay = LeaveText() == Leave::Stay;
-    if (!Stay && Core_.Tree().Modified()) {
-        const QString Question = tr("Salvare le modifiche all'oggetto \"%1\"?").arg(FromWide(Object_.Name()));
-        const Answer Given = On_.Platform().MessageBox(ToWide(Question), box::kYesNoCancel + box::kQuestion);
-        Stay = Given == Answer::Yes ? !Save() : Given != Answer::No;
-    }
-    if (Stay) {
+    if (!Desk_.MayClose()) {
         Event->ignore();
         return;
     }

@@ -3,6 +3,7 @@
 
 #include <QMainWindow>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,7 +11,7 @@
 #include "host/KvRegSvr.h"
 #include "host/desktop/Desk.h"
 #include "host/desktop/ObjectTexts.h"
-#include "window/Offers.h"
+#include "window/ObjectDesk.h"
 #include "window/WindowCore.h"
 
 class QAction;
@@ -31,7 +32,7 @@ void ShowObject(Desk& On, QWidget* Parent, const std::wstring& Clsid, const std:
 
 /// Lives inside the server's modal ShowTree, when LoadData has succeeded. While it lives it shows the errors
 /// of the server. The references must outlive it.
-class DesignWindow final : public QMainWindow {
+class DesignWindow final : public QMainWindow, private window::ObjectFace {
     Q_OBJECT
 
   public:
@@ -44,29 +45,27 @@ class DesignWindow final : public QMainWindow {
     /// What the message line says, "" for nothing.
     QString Message() const;
     /// The key of the node whose text is shown, or which is selected.
-    const std::wstring& Current() const noexcept { return Current_; }
+    const std::wstring& Current() const noexcept { return Desk_.Current(); }
 
-    // What the menus, the tool bar and the keys do. All answer False when the server has refused, the message
-    // is shown then, or when the operator has called it off.
+    // What the menus, the tool bar and the keys do, by window::ObjectDesk. All answer False when the server
+    // has refused, the message is shown then, or when the operator has called it off.
 
     /// Selects a node and shows its text. Text that is not applied is asked about first.
-    bool Select(std::wstring_view Key);
+    bool Select(std::wstring_view Key) { return Desk_.Select(Key); }
     /// Hands the text over to the server. A refused text stays as it is typed.
-    bool Apply();
+    bool Apply() { return Desk_.Apply(); }
     /// Takes back what is typed since the last Apply.
-    bool Revert();
-    bool NewElement();
-    bool DeleteElement();
-    bool DeleteAll();
-    bool MoveUp() { return Move(+1, 1); }
-    bool MoveDown() { return Move(-1, 1); }
+    bool Revert() { return Desk_.Revert(); }
+    bool NewElement() { return Desk_.NewElement(); }
+    bool DeleteElement() { return Desk_.DeleteElement(); }
+    bool DeleteAll() { return Desk_.DeleteAll(); }
+    bool MoveUp() { return Desk_.Move(+1); }
+    bool MoveDown() { return Desk_.Move(-1); }
     bool Copy();
     bool Cut();
     bool Paste();
-    bool ShowProperties();
-    /// A tool of the tool bar by its word.
-    void RunTool(const std::wstring& Word);
-    bool Save();
+    bool ShowProperties() { return Desk_.ShowProperties(); }
+    bool Save() { return Desk_.Save(); }
     /// Loads the object anew as it was saved last.
     bool Reload();
     /// What the object will be after the next save beside what is stored.
@@ -76,6 +75,8 @@ class DesignWindow final : public QMainWindow {
 
     /// An action by its name, for those who drive the window; null when there is none.
     QAction* ActionOf(const QString& Name) const;
+    /// What the window says, in Italian as it stands in the sources; UTF-8.
+    static const char* SourceOf(window::Phrase Of);
 
   Q_SIGNALS:
     void Closed();
@@ -84,44 +85,41 @@ class DesignWindow final : public QMainWindow {
     void closeEvent(QCloseEvent* Event) override;
 
   private:
-    using Places = std::vector<std::int32_t>;  // 1-based, from below the topmost node down
-    enum class Leave { Applied, Dropped, Stay };
-
     void MakeActions();
     void MakeBody();
     QAction* Make(const char* Name, const QString& Text, const QKeySequence& Key, const char* Picture,
                   bool (DesignWindow::*Do)());
     void MakeToolButtons();
+    void MakeStatus();
+    void TreeMenu(const QPoint& Where);
 
-    bool Guarded(const std::function<bool()>& Body);
-    bool Structural(const std::function<bool()>& Operation);
-    bool Replaced(const std::function<bool()>& Operation);
+    // The window as window::ObjectDesk works on it.
+    bool TextChanged() const override;
+    std::wstring Text() const override;
+    void ShowText(const std::wstring& Text, bool Applied) override;
+    void ShowNoText() override;
+    void RevertText() override;
+    int TextPosition() const override;
+    void SetTextPosition(int Position) override;
+    void ShowRefused(int Line) override;
+    void Mark(std::wstring_view Key) override;
+    bool IsOpen(const window::TreeNode& Node) const override;
+    void Open(const window::TreeNode& Node) override;
+    void Rebuild(const std::function<void()>& Build) override;
+    void Tell(const std::wstring& Text, bool Fault) override;
+    void ShowState() override;
+    std::size_t AskLeaving(const std::wstring& Question) override;
+    std::wstring Say(window::Phrase Of) const override;
+    std::wstring Widened(const char* What) const override;
+    std::optional<bool> BeforeSave() override;
+
     bool LoadAnew(host::RegistryObject::State Stored);
     std::vector<SectionChange> ChangesSince(const host::RegistryObject::State& Stored);
-    bool Move(std::int32_t Direction, int Steps);
-    void MoveTo(const QString& Key, int Place);
-    bool Display(std::wstring_view Key);
-    void ShowSelected();
-    void UpdateOffers();
-    void ShowTitle();
-    void Tell(const QString& Text, bool Fault);
-    void ShowFault(const KvError& Error);
-    bool Ask(const QString& Text, std::int32_t Style = 0);
-    Leave LeaveText();
-    bool SettleOvertaken(bool& Saved);
     bool MadeAnew();
+    void Said(const QString& Text, bool Fault);
+    QString Said(window::Phrase Of) const;
     template <class Work>
     bool InText(Work&& Do);
-    window::Selection At() const;
-    const window::TreeNode* CurrentNode() const;
-    window::Offers CurrentOffers() const;
-    std::vector<Places> OpenBelow(const window::TreeNode* Top) const;
-    void OpenAgain(const window::TreeNode* Top, const std::vector<Places>& Open);
-    static const window::TreeNode* Below(const window::TreeNode* Top, const Places& Where);
-    static Places PlacesOf(const window::TreeNode* Node);
-    void AfterLoad(const Places& Selected);
-    void MarkCurrent();
-    void TreeMenu(const QPoint& Where);
 
     Desk& On_;
     window::WindowCore& Core_;
@@ -135,11 +133,7 @@ class DesignWindow final : public QMainWindow {
     QLabel* Sign_ = nullptr;
     QSplitter* Split_ = nullptr;
     std::vector<std::pair<QAction*, std::wstring>> Tools_;
-    std::wstring Current_;
-    int FaultLine_ = 0;
-    bool Faulty_ = false;
-    bool Applied_ = false;  // the text shown again is what has just been applied
-    bool Busy_ = false;  // the tree changes under the view: what it selects meanwhile is not the operator's
+    window::ObjectDesk Desk_{Core_, *this};
 };
 
 }  // namespace kv::desktop

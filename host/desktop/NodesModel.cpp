@@ -4,6 +4,7 @@
 
 #include "host/desktop/Pictures.h"
 #include "host/desktop/QtText.h"
+#include "window/Offers.h"
 
 namespace kv::desktop {
 namespace {
@@ -119,11 +120,9 @@ int NodesModel::PlaceOfDrop(const QMimeData* Data, int Row, const QModelIndex& P
     const TreeNode* const Node = Tree_.Find(ToWide(QString::fromUtf8(Data->data(kNodeType))));
     const TreeNode* const Target = NodeOf(Parent);
     if (!Node || !Target || !Node->Parent) return 0;
-    // Between two siblings, onto a sibling (its place), or onto the folder itself (the end).
-    if (Target == Node->Parent) return (Row < 0 ? Target->Children.Count() : Row) + 1;
-    if (Row < 0 && Target->Parent == Node->Parent && Target != Node)
-        return SiblingOrder<TreeNode>::PlaceOf(Target);
-    return 0;
+    // Onto a node, or between two siblings.
+    if (Row < 0) return window::PlaceOfDrop(*Node, *Target);
+    return Target == Node->Parent ? Row + 1 : 0;
 }
 
 bool NodesModel::canDropMimeData(const QMimeData* Data, Qt::DropAction Action, int Row, int,

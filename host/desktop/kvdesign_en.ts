@@ -746,6 +746,10 @@ Design of the configuration objects of a bibliographic store.</translation>
         <source>L&apos;oggetto &quot;%1&quot; è stato eliminato da un altro programma. Ricrearlo con le proprie modifiche?</source>
         <translation>The object &quot;%1&quot; has been deleted by another program. Make it anew with your changes?</translation>
     </message>
+    <message>
+        <source>Errore imprevisto.</source>
+        <translation>Unexpected error.</translation>
+    </message>
 </context>
 <context>
     <name>kv::desktop::ObjectDialog</name>

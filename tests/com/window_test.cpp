@@ -156,14 +156,14 @@ TEST_F(Window, KeysTypeApplyRevertUndoAndWalk) {
 
         // Tab walks through all that takes the keyboard and comes back.
         std::vector<HWND> Passed;
-        for (int Step = 0; Step < 4; ++Step) {
+        for (int Step = 0; Step < 5; ++Step) {
             const HWND From = Focus();
             On.Press(VK_TAB);
             EXPECT_TRUE(Until([&] { return Focus() != From; }));
             Passed.push_back(Focus());
         }
         EXPECT_EQ(Passed, (std::vector<HWND>{On.Control(command::kStrict), On.Control(control::kMessage),
-                                             On.View(), On.Editor()}));
+                                             On.Control(control::kSearch), On.View(), On.Editor()}));
         On.Press(VK_TAB, {VK_SHIFT});
         EXPECT_TRUE(Until([&] { return Focus() == On.View(); }));
         EXPECT_TRUE(On.Tree.SyntaxOn());
@@ -353,6 +353,272 @@ TEST_F(Window, TheContextMenuOffersWhatTheKindAllows) {
     });
 }
 
+bool IsOpen(const Shown& On, std::wstring_view Key) {
+    return (SendMessageW(On.View(), TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(On.ItemOf(Key)),
+                         TVIS_EXPANDED) &
+            TVIS_EXPANDED) != 0;
+}
+
+void Expand(const Shown& On, std::wstring_view Key) {
+    SendMessageW(On.View(), TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(On.ItemOf(Key)));
+}
+
+/// Elements in the list of fields, the first three with names.
+void MakeFields(const Shown& On) {
+    for (const wchar_t* const Name : {L"TITOLO", L"AUTORE", L"ANNO"}) {
+        On.Click(L"FIELDS");
+        On.Do(command::kNew);
+        On.Leaf(L"FIELDPARMS", On.Tree.Find(L"FIELDS")->Children.Count());
+        On.Type(WithLine(On.Text(), L"NAME=", L"\"" + std::wstring(Name) + L"\""));
+        On.Do(command::kApply);
+        EXPECT_EQ(On.Message(), L"Testo applicato.");
+    }
+}
+
+std::wstring Fields(const Shown& On) {
+    std::wstring All;
+    const TreeNode& Folder = *On.Tree.Find(L"FIELDS");
+    for (std::int32_t I = 1; I <= Folder.Children.Count(); ++I) All += Folder.Children.At(I)->Text + L" ";
+    return All;
+}
+
+std::wstring Field(const Shown& On, std::int32_t Place) {
+    return On.Tree.Find(L"FIELDS")->Children.At(Place)->Key;
+}
+
+TEST_F(Window, WhatTakesAwayAsksWithNoAsItsDefault) {
+    InWindow(Fresh(L"TABLE"), [this](Shown& On) {
+        On.Click(L"FIELDS");
+        On.Do(command::kNew);
+        const std::wstring Key = Field(On, 1);
+        const auto Refuses = [&](int Id, const std::wstring& Said) {
+            On.Do(Id);
+            HWND Box = nullptr;
+            ASSERT_TRUE(Until([&] { return (Box = OpenBox()) != nullptr; })) << Narrow(Said);
+            EXPECT_EQ(GetWindowLongW(GetDlgItem(Box, IDNO), GWL_STYLE) & BS_TYPEMASK, BS_DEFPUSHBUTTON)
+                << Narrow(Said);
+            On.Answer(Said, IDNO);
+        };
+        Refuses(command::kReload, L"andranno perse. Ricaricare l'oggetto?");
+        On.Click(Key);
+        Refuses(command::kDelete, L"Eliminare \"");
+        Refuses(command::kCut, L"Negli appunti va l'intero oggetto. Copiarlo ed eliminare \"");
+        EXPECT_EQ(Clipboard.ClassWord, L"") << "called off before it is copied";
+        On.Click(L"FIELDS");
+        Refuses(command::kDeleteAll, L"Sono 1.");
+        On.Do(command::kCopy);
+        Refuses(command::kPaste, L"andranno perse. Incollare?");
+        EXPECT_EQ(On.Tree.Find(L"FIELDS")->Children.Count(), 1);
+        EXPECT_EQ(Field(On, 1), Key);
+    });
+}
+
+TEST_F(Window, CuttingTakesTheElementAndCopiesTheObjectItStoodIn) {
+    InWindow(Fresh(L"TABLE"), [this](Shown& On) {
+        On.Do(command::kCut);  // nothing that could be cut
+        EXPECT_EQ(OpenBox(), nullptr);
+        EXPECT_EQ(Clipboard.ClassWord, L"");
+        MakeFields(On);
+        On.Click(Field(On, 2));
+        On.Do(command::kCut, L"Copiarlo ed eliminare \"1:AUTORE\"?", IDYES);
+        EXPECT_EQ(On.Tree.Find(L"FIELDS")->Children.Count(), 2);
+        EXPECT_EQ(Fields(On).find(L"AUTORE"), std::wstring::npos);
+        EXPECT_EQ(On.Viewed(), On.Modelled());
+        EXPECT_EQ(Clipboard.ClassWord, L"TABLE");
+    });
+    ASSERT_NE(Clipboard.DataObj, nullptr);
+    EXPECT_EQ(Clipboard.DataObj->Read().Child(L"Fields")->Children.size(), 3U);
+}
+
+TEST_F(Window, TheTextIsSettledBeforeAnElementIsTakenAway) {
+    InWindow(Fresh(L"ALIAS"), [](Shown& On) {
+        On.Click(L"FIELDS");
+        On.Do(command::kNew);
+        const std::wstring Key = On.Leaf(L"FIELDS");
+        ASSERT_TRUE(On.Offered(command::kDelete));
+        On.Type(L"=SBAGLIATO");
+        for (const int Id : {command::kDelete, command::kCut}) {
+            On.Do(Id, L"non è stato applicato", L"Annulla");
+            EXPECT_EQ(OpenBox(), nullptr) << "nothing else is asked";
+            EXPECT_EQ(On.Text(), L"=SBAGLIATO");
+        }
+        On.Do(command::kDelete, L"non è stato applicato", L"Scarta");
+        On.Answer(L"Eliminare \"", IDYES);
+        EXPECT_EQ(On.Tree.Find(Key), nullptr);
+    });
+}
+
+TEST_F(Window, WhatIsOpenAndSelectedStaysSoWhenTheObjectIsLoadedAnew) {
+    const auto Object = Fresh(L"TABLE");
+    InWindow(Object, [](Shown& On) {
+        MakeFields(On);
+        On.Leaf(L"PARMS");
+        std::wstring Good = On.Text();
+        for (const Needed& Each : kNeeded)
+            if (Each.Clsid == L"TABLE") Good = WithLine(Good, Each.Keyword, Each.Value);
+        On.Type(Good);
+        On.Do(command::kSave);
+        ASSERT_EQ(On.Message(), L"Oggetto salvato.");
+        const std::wstring Saved = Fields(On);
+
+        On.Do(command::kCopy);
+        for (const int Place : {1, 3})
+            SendMessageW(On.View(), TVM_EXPAND, TVE_COLLAPSE,
+                         reinterpret_cast<LPARAM>(On.ItemOf(Field(On, Place))));
+        On.Click(Field(On, 2));
+        const auto Stays = [&](const char* What) {
+            EXPECT_EQ(On.Viewed(), On.Modelled()) << What;
+            EXPECT_TRUE(IsOpen(On, L"FIELDS")) << What;
+            EXPECT_TRUE(IsOpen(On, Field(On, 2))) << What;
+            EXPECT_FALSE(IsOpen(On, Field(On, 1))) << What;
+            EXPECT_EQ(On.Selected(), Field(On, 2)) << What;
+        };
+        On.Do(command::kPaste);
+        EXPECT_TRUE(On.Tree.Modified()) << Narrow(On.Message());
+        Stays("pasted");
+        On.Do(command::kReload, L"andranno perse. Ricaricare l'oggetto?", IDYES);
+        EXPECT_FALSE(On.Tree.Modified());
+        Stays("loaded anew");
+
+        On.Do(command::kMoveDown);
+        EXPECT_NE(Fields(On), Saved);
+        On.Leaf(L"PARMS");
+        On.Type(L"=SBAGLIATO");
+        On.Do(command::kReload, L"andranno perse.", IDNO);
+        EXPECT_EQ(On.Text(), L"=SBAGLIATO");
+        EXPECT_NE(Fields(On), Saved);
+        On.Press(VK_F5);
+        On.Answer(L"andranno perse.", IDYES);
+        EXPECT_EQ(Fields(On), Saved);
+        EXPECT_EQ(On.Text(), Good);
+        EXPECT_FALSE(On.Offered(command::kApply));
+        EXPECT_EQ(On.Title().find(L"* - kvdesign"), std::wstring::npos);
+        On.Do(command::kReload);  // nothing would be lost
+        EXPECT_EQ(OpenBox(), nullptr);
+        EXPECT_EQ(On.Viewed(), On.Modelled());
+    });
+}
+
+TEST_F(Window, APasteIsTakenBackByLoadingAnew) {
+    const auto Object = Fresh(L"FILTER");
+    std::wstring Text;
+    InWindow(Object, [&](Shown& On) {
+        On.Leaf(L"PARMS");
+        Text = On.Text();
+        On.Type(WithLine(Text, L"AUTOMATIC=", L"TRUE"));
+        On.Do(command::kApply);
+        On.Do(command::kCopy);
+        On.Do(command::kReload, L"andranno perse.", IDYES);
+        EXPECT_EQ(On.Text(), Text);
+        On.Do(command::kPaste);
+        EXPECT_NE(On.Text(), Text) << Narrow(On.Message());
+        On.Do(command::kReload, L"andranno perse.", IDYES);
+        EXPECT_EQ(On.Text(), Text);
+        EXPECT_FALSE(On.Tree.Modified());
+    });
+    InWindow(Object, [&](Shown& On) {
+        On.Leaf(L"PARMS");
+        EXPECT_EQ(On.Text(), Text);
+    });
+}
+
+TEST_F(Window, TheSearchGoesFromNodeToNodeAndRoundTheEnd) {
+    InWindow(Fresh(L"TABLE"), [](Shown& On) {
+        MakeFields(On);
+        On.Click(std::wstring(kRootKey));
+        ASSERT_TRUE(Until([&] { return GetForegroundWindow() == On.Window; }));
+        On.Press('F', {VK_CONTROL});
+        for (const WORD Key : {'P', 'A', 'R', 'A', 'M', 'E', 'T', 'R', 'I'}) On.Press(Key);
+        EXPECT_EQ(TextIn(On.Control(control::kSearch)), L"parametri");
+        std::vector<std::wstring> All, Met;
+        On.Tree.ForEach([&](const TreeNode& Node) {
+            if (Node.Text == L"Parametri") All.push_back(Node.Key);
+        });
+        ASSERT_GE(All.size(), 4U) << "of the object and of its fields";
+        All.push_back(All.front());
+        while (Met.size() < All.size()) {
+            On.Press(Met.size() % 2 ? VK_F3 : VK_RETURN);
+            On.Settle();
+            Met.push_back(On.Selected());
+        }
+        EXPECT_EQ(Met, All);
+        const std::wstring Last = On.Selected();
+        SetWindowTextW(On.Control(control::kSearch), L"non c'è");
+        On.Do(command::kFindNext);
+        EXPECT_EQ(On.Message(), L"\"non c'è\" non si trova nell'albero.");
+        EXPECT_EQ(On.Selected(), Last);
+        // The keys of a text work on the line.
+        On.Press('A', {VK_CONTROL});
+        On.Press('C', {VK_CONTROL});
+        EXPECT_EQ(CopiedText(), L"non c'è");
+        On.Press(VK_DELETE);
+        EXPECT_EQ(TextIn(On.Control(control::kSearch)), L"");
+        EXPECT_EQ(OpenBox(), nullptr);
+    });
+}
+
+TEST_F(Window, ADragMovesWithinTheListOnly) {
+    InWindow(Fresh(L"TABLE"), [](Shown& On) {
+        MakeFields(On);
+        Expand(On, L"FIELDS");
+        const auto Take = [&](const std::wstring& Key) {
+            NMTREEVIEWW Told{};
+            Told.hdr.hwndFrom = On.View();
+            Told.hdr.idFrom = control::kTree;
+            Told.hdr.code = TVN_BEGINDRAGW;
+            Told.itemNew.hItem = On.ItemOf(Key);
+            SendMessageW(On.Window, WM_NOTIFY, control::kTree, reinterpret_cast<LPARAM>(&Told));
+        };
+        // In the upper or the lower half of a node's row.
+        const auto Over = [&](const std::wstring& Key, bool Lower, UINT Message) {
+            RECT At{};
+            const HTREEITEM Item = On.ItemOf(Key);
+            *reinterpret_cast<HTREEITEM*>(&At) = Item;
+            SendMessageW(On.View(), TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&At));
+            POINT Where{At.left + 2, Lower ? At.bottom - 2 : At.top + 2};
+            MapWindowPoints(On.View(), On.Window, &Where, 1);
+            SendMessageW(On.Window, Message, MK_LBUTTON, MAKELPARAM(Where.x, Where.y));
+        };
+        const auto Drag = [&](int From, const std::wstring& To, bool Lower = false) {
+            Take(Field(On, From));
+            Over(To, Lower, WM_MOUSEMOVE);
+            Over(To, Lower, WM_LBUTTONUP);
+            On.Settle();
+            EXPECT_EQ(On.Viewed(), On.Modelled());
+        };
+        const std::wstring First = On.Tree.Find(Field(On, 1))->Text;
+        const std::wstring Second = On.Tree.Find(Field(On, 2))->Text;
+        const std::wstring Third = On.Tree.Find(Field(On, 3))->Text;
+        const auto Is = [&](std::initializer_list<std::wstring> Wanted) {
+            std::wstring All;
+            for (const std::wstring& Each : Wanted) All += Each + L" ";
+            EXPECT_EQ(Narrow(Fields(On)), Narrow(All));
+        };
+        Drag(3, Field(On, 1));
+        Is({Third, First, Second});
+        EXPECT_EQ(On.Tree.Find(On.Selected())->Text, Third) << "what was dragged is selected";
+        Drag(1, Field(On, 2), true);
+        Is({First, Third, Second});
+        Drag(1, L"FIELDS");
+        Is({Third, Second, First});
+        Drag(1, L"PARMS");
+        Drag(1, std::wstring(kRootKey));
+        Drag(1, Field(On, 1));
+        Drag(1, Field(On, 2));  // where it stands already
+        Is({Third, Second, First});
+        EXPECT_EQ(On.Message(), L"");
+        // Called off, and what does not move at all.
+        Take(Field(On, 1));
+        Over(Field(On, 3), true, WM_MOUSEMOVE);
+        SendMessageW(On.Window, WM_CAPTURECHANGED, 0, 0);
+        Over(Field(On, 3), true, WM_LBUTTONUP);
+        Take(L"PARMS");
+        Over(Field(On, 3), true, WM_LBUTTONUP);
+        On.Settle();
+        Is({Third, Second, First});
+    });
+}
+
 // The tools.
 
 TEST_F(Window, TheToolBarIsThatOfTheServer) {
@@ -427,7 +693,7 @@ TEST_F(Window, TheToolsShowAndAsk) {
 TEST_F(Window, PropertiesAndSenselessCommandsChangeNothing) {
     InWindow(Fresh(L"TABLE"), [](Shown& On) {
         On.Do(command::kProperties);
-        for (const int Id : {0, 99, 117, 299, 303, 308, 5000, 65535}) On.Do(Id);
+        for (const int Id : {0, 99, 150, 299, 303, 308, 5000, 65535}) On.Do(Id);
         On.Do(command::kDelete);
         On.Do(command::kDeleteAll);
         On.Do(command::kNew);
@@ -653,19 +919,13 @@ TEST_F(Window, AWindowThatIsTakenAwayEndsTheShowing) {
 
 TEST_F(Window, EverythingIsDrawn) {
     InWindow(Fresh(L"TABLE"), [](Shown& On) {
-        for (const wchar_t* const Name : {L"TITOLO", L"AUTORE", L"ANNO"}) {
-            On.Click(L"FIELDS");
-            On.Do(command::kNew);
-            On.Leaf(L"FIELDPARMS", On.Tree.Find(L"FIELDS")->Children.Count());
-            On.Type(WithLine(On.Text(), L"NAME=", L"\"" + std::wstring(Name) + L"\""));
-            On.Do(command::kApply);
-        }
+        MakeFields(On);
         On.Leaf(L"FIELDPARMS", 2);
         On.Type(WithLine(On.Text(), L"DATATYPE=", L"PAROLA"));
         On.Do(command::kApply);
         EXPECT_NE(On.Message().find(L"PAROLA"), std::wstring::npos) << Narrow(On.Message());
-        for (const int Id : {control::kToolBar, control::kTree, control::kHeading, control::kText,
-                             control::kSign, control::kMessage, control::kStatus}) {
+        for (const int Id : {control::kToolBar, control::kSearch, control::kTree, control::kHeading,
+                             control::kText, control::kSign, control::kMessage, control::kStatus}) {
             UpdateWindow(On.Control(Id));
             EXPECT_GT(TakePicture(On.Control(Id), nullptr), 1U) << Id;
         }
@@ -682,9 +942,9 @@ TEST_F(Window, NothingIsCutOffAtAnySize) {
             RECT In{};
             GetClientRect(On.Window, &In);
             MapWindowPoints(On.Window, nullptr, reinterpret_cast<POINT*>(&In), 2);
-            const int Ids[] = {control::kToolBar, control::kTree,    control::kHeading,
-                               control::kText,    command::kStrict,  command::kApply,
-                               command::kRevert,  control::kMessage, control::kStatus};
+            const int Ids[] = {control::kToolBar, control::kSearch, control::kTree,  control::kHeading,
+                               control::kText,    command::kStrict, command::kApply, command::kRevert,
+                               control::kMessage, control::kStatus};
             std::vector<RECT> Places;
             for (const int Id : Ids) {
                 RECT Of{};

@@ -8,6 +8,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMimeData>
 #include <QSettings>
 #include <QSignalSpy>
@@ -495,6 +497,33 @@ TEST_F(DesignWindowTest, TheSearchGoesFromNodeToNodeAndRoundTheEnd) {
         On.Window.Search()->setText(QStringLiteral("non c'è"));
         EXPECT_FALSE(On.Window.FindNext());
         EXPECT_EQ(On.Window.Message(), QStringLiteral("\"non c'è\" non si trova nell'albero."));
+    });
+}
+
+// The texts.
+
+TEST_F(DesignWindowTest, SaysWhatAllWindowsSay) {
+    for (const window::PhraseRow& Each : window::kPhrases)
+        EXPECT_EQ(QString::fromUtf8(DesignWindow::SourceOf(Each.Of)), FromWide(Each.Text));
+    InWindow(L"FILTER", L"DISPONIBILI", [](const Shown& On) {
+        std::vector<std::pair<QString, QStringList>> Wanted, Menus;
+        for (const wchar_t* const Caption : window::kMenus) Wanted.push_back({FromWide(Caption), {}});
+        for (const window::CommandRow& Each : window::kCommands)
+            Wanted[static_cast<std::size_t>(Each.In)].second.append(FromWide(Each.Caption));
+        // What the other windows lack.
+        const QStringList Own{QStringLiteral("&Modifiche..."), QStringLiteral("C&ompleta")};
+        for (const QAction* const Menu : On.Window.menuBar()->actions()) {
+            Menus.push_back({Menu->text(), {}});
+            if (Menus.size() == std::size(window::kMenus)) continue;  // the tools are the server's
+            for (const QAction* const Each : Menu->menu()->actions())
+                if (!Own.contains(Each->text())) Menus.back().second.append(Each->text());
+        }
+        EXPECT_EQ(Menus, Wanted);
+        for (const window::CommandRow& Each : window::kCommands) {
+            const QAction* const Found = On.Window.ActionOf(QString::fromLatin1(Each.Name));
+            ASSERT_NE(Found, nullptr) << Each.Name;
+            EXPECT_EQ(Found->text(), FromWide(Each.Caption));
+        }
     });
 }
 
