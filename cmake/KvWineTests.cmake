@@ -4,9 +4,10 @@
 # the test wine/start makes and wine/stop closes. Where Wine is missing, or its 32-bit part for a 32-bit build, what
 # starts no program for Windows is run alone.
 
-set(KVDESIGN_WINDOWS_TESTS "com;frame;window"
-    CACHE STRING "Folders of tests/ to build for Windows: com frame records editor items server window")
+set(KVDESIGN_WINDOWS_TESTS "com;frame;records;editor;items;server;window"
+    CACHE STRING "Folders of tests/ to build for Windows, all or some")
 set(KVDESIGN_GOOGLETEST /usr/src/googletest CACHE PATH "Sources of GoogleTest (Debian: libgtest-dev, libgmock-dev)")
+option(KVDESIGN_REPRODUCE "Make KvDesSvr.dll whole a second time and compare (com/reproduce_test)" OFF)
 find_program(KVDESIGN_WINE wine)
 mark_as_advanced(KVDESIGN_GOOGLETEST KVDESIGN_WINE)
 set(kv_runs FALSE)
@@ -88,18 +89,33 @@ foreach(name IN LISTS KVDESIGN_WINDOWS_TESTS)
     target_link_libraries(${program} PRIVATE kvdesign_com)
   endif()
   if(kv_runs)
-    add_test(
-      NAME ${name}
-      COMMAND ${kv_run} $<TARGET_FILE:${program}> --gtest_brief=1
-      WORKING_DIRECTORY "${kv_tests_dir}")
-    # What a program says counts and not its exit code alone: under Wine that of a crash can be 0. The focus and
-    # the keyboard are one for all: tests of the component run one after the other.
-    set_tests_properties(
-      ${name} PROPERTIES TIMEOUT 600 FIXTURES_REQUIRED wine PASS_REGULAR_EXPRESSION "\\[  PASSED  \\]"
-                         FAIL_REGULAR_EXPRESSION "\\[  FAILED  \\]")
-    if(name STREQUAL "com")
-      set_tests_properties(${name} PROPERTIES RESOURCE_LOCK screen)
+    # A process a program, for under Wine each takes longer to start than most tests to run; the long ones in parts
+    # that go side by side.
+    set(parts 1)
+    if(name MATCHES "^(items|server)$")
+      set(parts 2)
     endif()
+    foreach(part RANGE 1 ${parts})
+      math(EXPR index "${part} - 1")
+      set(test ${name})
+      if(parts GREATER 1)
+        set(test ${name}/${part})
+      endif()
+      add_test(
+        NAME ${test}
+        COMMAND ${kv_run} $<TARGET_FILE:${program}> --gtest_brief=1
+        WORKING_DIRECTORY "${kv_tests_dir}")
+      # What a program says counts and not its exit code alone: under Wine that of a crash can be 0. The focus and
+      # the keyboard are one for all: tests of the component run one after the other.
+      set_tests_properties(
+        ${test}
+        PROPERTIES TIMEOUT 600 FIXTURES_REQUIRED wine PASS_REGULAR_EXPRESSION "\\[  PASSED  \\]"
+                   FAIL_REGULAR_EXPRESSION "\\[  FAILED  \\]" ENVIRONMENT
+                   "GTEST_TOTAL_SHARDS=${parts};GTEST_SHARD_INDEX=${index}")
+      if(name STREQUAL "com")
+        set_tests_properties(${test} PROPERTIES RESOURCE_LOCK screen)
+      endif()
+    endforeach()
   endif()
 endforeach()
 
@@ -117,7 +133,12 @@ if(TARGET KvDesSvr AND "com" IN_LIST KVDESIGN_WINDOWS_TESTS)
   endif()
 
   file(GLOB kv_scripts CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/com/*_test.py")
+  set(kv_reproduce 0)
+  if(KVDESIGN_REPRODUCE)
+    set(kv_reproduce 1)
+  endif()
   set(kv_script_environment
+      "KV_REPRODUCE=${kv_reproduce}"
       "KV_SOURCE_DIR=${PROJECT_SOURCE_DIR}"
       "KV_BUILD_DIR=${PROJECT_BINARY_DIR}"
       "KV_DLL=$<TARGET_FILE:KvDesSvr>"
@@ -137,5 +158,9 @@ if(TARGET KvDesSvr AND "com" IN_LIST KVDESIGN_WINDOWS_TESTS)
       com/${name}
       PROPERTIES TIMEOUT 300 SKIP_RETURN_CODE 77 FIXTURES_REQUIRED wine RESOURCE_LOCK screen
                  ENVIRONMENT "${kv_script_environment}")
+    # It starts no program for Windows, and compiles all.
+    if(name STREQUAL "reproduce_test")
+      set_tests_properties(com/${name} PROPERTIES TIMEOUT 3600 FIXTURES_REQUIRED "" RESOURCE_LOCK "")
+    endif()
   endforeach()
 endif()

@@ -4,7 +4,6 @@
 
 #include <vector>
 
-#include "com/Failing.h"
 #include "frame/Failure.h"
 
 namespace kv::com {
@@ -39,12 +38,20 @@ bool ByName::FindId(const wchar_t* Name, DISPID& Id) const {
     const HRESULT Found = Object_->GetIDsOfNames(IID_NULL, &Text, 1, LOCALE_USER_DEFAULT, &Id);
     if (SUCCEEDED(Found)) return Id != DISPID_UNKNOWN;
     if (Found == DISP_E_UNKNOWNNAME) return false;
+    if (Found != E_NOTIMPL) Check(Found, Name);
     // Objects of some scripts know their names by the extended interface alone.
     const Ref<IDispatchEx> Extended = As<IDispatchEx>(Object_.Get());
     if (!Extended) return false;
-    return SUCCEEDED(
-               Extended->GetDispID(Bstr(std::wstring_view(Name)).Get(), fdexNameCaseInsensitive, &Id)) &&
-           Id != DISPID_UNKNOWN;
+    const HRESULT Known =
+        Extended->GetDispID(Bstr(std::wstring_view(Name)).Get(), fdexNameCaseInsensitive, &Id);
+    if (Known == DISP_E_UNKNOWNNAME) return false;
+    Check(Known, Name);
+    return Id != DISPID_UNKNOWN;
+}
+
+bool ByName::Has(const wchar_t* Name) const {
+    DISPID Id = DISPID_UNKNOWN;
+    return FindId(Name, Id);
 }
 
 HRESULT ByName::Invoke(DISPID Id, WORD Flags, std::initializer_list<const VARIANT*> Arguments,
@@ -79,10 +86,7 @@ std::optional<Variant> ByName::Try(const wchar_t* Name, WORD First, WORD Second,
     std::wstring Words;
     HRESULT Called = Invoke(Id, First, Arguments, Result, Words);
     if (Called == DISP_E_MEMBERNOTFOUND && Second) Called = Invoke(Id, Second, Arguments, Result, Words);
-    if (Called == DISP_E_EXCEPTION) {
-        std::wstring Text = L"Oggetto dell'applicazione, ";
-        Raise(Text.append(Name).append(L": ").append(Words));
-    }
+    if (Called == DISP_E_EXCEPTION) RaiseOfHost(Name, Words);
     Check(Called, Name);
     return Result;
 }

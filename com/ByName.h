@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "com/Common.h"
+#include "com/Failing.h"
 #include "com/Ref.h"
 #include "com/Values.h"
 
@@ -29,11 +30,42 @@ class ByName {
     /// False where nothing bears the name. The last argument is the value.
     bool TryPut(const wchar_t* Name, std::initializer_list<const VARIANT*> Arguments) const;
 
+    /// Whether something bears the name.
+    bool Has(const wchar_t* Name) const;
+
     Variant Get(const wchar_t* Name, std::initializer_list<const VARIANT*> Arguments = {}) const;
     Variant Call(const wchar_t* Name, std::initializer_list<const VARIANT*> Arguments = {}) const;
     void Put(const wchar_t* Name, std::initializer_list<const VARIANT*> Arguments) const;
 
+    // The same, with the answer read by one of TextOf, NumberOf, FlagOf, ObjectOf.
+    template <class T>
+    std::optional<T> TryGet(const wchar_t* Name, T (*Read)(const VARIANT&),
+                            std::initializer_list<const VARIANT*> Arguments = {}) const {
+        return Answer(Name, TryGet(Name, Arguments), Read);
+    }
+    template <class T>
+    std::optional<T> TryCall(const wchar_t* Name, T (*Read)(const VARIANT&),
+                             std::initializer_list<const VARIANT*> Arguments = {}) const {
+        return Answer(Name, TryCall(Name, Arguments), Read);
+    }
+    template <class T>
+    T Get(const wchar_t* Name, T (*Read)(const VARIANT&),
+          std::initializer_list<const VARIANT*> Arguments = {}) const {
+        return Taken(Name, Get(Name, Arguments).Get(), Read);
+    }
+    template <class T>
+    T Call(const wchar_t* Name, T (*Read)(const VARIANT&),
+           std::initializer_list<const VARIANT*> Arguments = {}) const {
+        return Taken(Name, Call(Name, Arguments).Get(), Read);
+    }
+
   private:
+    template <class T>
+    static std::optional<T> Answer(const wchar_t* Name, const std::optional<Variant>& Answered,
+                                   T (*Read)(const VARIANT&)) {
+        if (!Answered) return std::nullopt;
+        return Taken(Name, Answered->Get(), Read);
+    }
     bool FindId(const wchar_t* Name, DISPID& Id) const;
     HRESULT Invoke(DISPID Id, WORD Flags, std::initializer_list<const VARIANT*> Arguments, Variant& Result,
                    std::wstring& Words) const;

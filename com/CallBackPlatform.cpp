@@ -2,27 +2,47 @@
 
 #include <vector>
 
+#include "com/Failing.h"
+
 namespace kv::com {
 
-// By name also where the object has the interface: a member that it lacks can be told so only by name.
-std::optional<Variant> CallBackPlatform::Told(const wchar_t* Name,
-                                              std::initializer_list<const VARIANT*> Arguments) {
-    if (!CallBack_) return std::nullopt;
+std::optional<Variant> CallBackPlatform::Answered(const wchar_t* Name,
+                                                  const std::function<HRESULT(::CallBack&, VARIANT&)>& Early,
+                                                  std::initializer_list<const VARIANT*> Arguments) {
     // What it does may set another object in its place.
-    const ByName Asked(CallBack_);
-    return Asked.TryCall(Name, Arguments);
+    const Ref<IDispatch> Asked(CallBack_);
+    if (!Asked) return std::nullopt;
+    const Ref<::CallBack> Bound = As<::CallBack>(Asked.Get());
+    if (!Bound) return ByName(Asked).TryCall(Name, Arguments);
+    Variant Answer;
+    const HRESULT Called = Early(*Bound.Get(), Answer.Get());
+    if (Called == E_NOTIMPL) return std::nullopt;
+    Check(Called, Name);
+    return Answer;
 }
 
 void CallBackPlatform::ShowError(const KvError& Error) {
-    if (!Told(L"ShowError", {&Variant(Error.Number).Get(), &Variant(std::wstring_view(Error.Source)).Get(),
-                             &Variant(std::wstring_view(Error.Description)).Get()}))
+    const Variant Source{std::wstring_view(Error.Source)};
+    const Variant Description{std::wstring_view(Error.Description)};
+    if (!Answered(L"ShowError",
+                  [&](::CallBack& Asked, VARIANT&) {
+                      return Asked.ShowError(Error.Number, Source.Get().bstrVal, Description.Get().bstrVal);
+                  },
+                  {&Variant(Error.Number).Get(), &Source.Get(), &Description.Get()}))
         System_.ShowError(Error);
 }
 
 Answer CallBackPlatform::MessageBox(std::wstring_view Text, std::int32_t Style) {
-    const std::optional<Variant> Answered = Told(L"MsgBox", {&Variant(Text).Get(), &Variant(Style).Get()});
-    if (!Answered) return System_.MessageBox(Text, Style);
-    switch (NumberOf(Answered->Get())) {
+    const Variant Words(Text);
+    const std::optional<Variant> Pressed =
+        Answered(L"MsgBox",
+                 [&](::CallBack& Asked, VARIANT& Into) {
+                     Into.vt = VT_I4;
+                     return Asked.MsgBox(Words.Get().bstrVal, Style, &Into.lVal);
+                 },
+                 {&Words.Get(), &Variant(Style).Get()});
+    if (!Pressed) return System_.MessageBox(Text, Style);
+    switch (Taken(L"MsgBox", Pressed->Get(), NumberOf)) {
         case IDYES:
             return Answer::Yes;
         case IDNO:
@@ -38,26 +58,40 @@ Answer CallBackPlatform::MessageBox(std::wstring_view Text, std::int32_t Style) 
 
 std::optional<std::wstring> CallBackPlatform::SaveFile(std::wstring_view Title, std::wstring_view Filter,
                                                        std::int32_t FilterIndex, std::int32_t Flags) {
-    const std::optional<Variant> Answered = Told(
-        L"SaveFile",
-        {&Variant(Title).Get(), &Variant(Filter).Get(), &Variant(FilterIndex).Get(), &Variant(Flags).Get()});
-    if (!Answered) return System_.SaveFile(Title, Filter, FilterIndex, Flags);
-    std::wstring Path = TextOf(Answered->Get());
+    const Variant Caption(Title);
+    const Variant Kinds(Filter);
+    const std::optional<Variant> Named =
+        Answered(L"SaveFile",
+                 [&](::CallBack& Asked, VARIANT& Into) {
+                     Into.vt = VT_BSTR;
+                     return Asked.SaveFile(Caption.Get().bstrVal, Kinds.Get().bstrVal, FilterIndex, Flags,
+                                           &Into.bstrVal);
+                 },
+                 {&Caption.Get(), &Kinds.Get(), &Variant(FilterIndex).Get(), &Variant(Flags).Get()});
+    if (!Named) return System_.SaveFile(Title, Filter, FilterIndex, Flags);
+    std::wstring Path = Taken(L"SaveFile", Named->Get(), TextOf);
     return Path.empty() ? std::nullopt : std::optional(std::move(Path));
 }
 
 void CallBackPlatform::ShowList(std::wstring_view Caption, std::span<const std::wstring> Items) {
     const std::vector<std::wstring_view> Words(Items.begin(), Items.end());
-    if (!Told(L"ShowList", {&Variant(Caption).Get(), &ToArray(Words).Get()}))
+    const Variant Title(Caption);
+    const Variant Lines = ToArray(Words);
+    if (!Answered(
+            L"ShowList",
+            [&](::CallBack& Asked, VARIANT&) { return Asked.ShowList(Title.Get().bstrVal, Lines.Get()); },
+            {&Title.Get(), &Lines.Get()}))
         System_.ShowList(Caption, Items);
 }
 
 void CallBackPlatform::Beep() {
-    if (!Told(L"Beep", {})) System_.Beep();
+    if (!Answered(L"Beep", [](::CallBack& Asked, VARIANT&) { return Asked.Beep(); }, {})) System_.Beep();
 }
 
 void CallBackPlatform::SetPointer(std::int32_t Pointer) {
-    if (!Told(L"SetPointer", {&Variant(Pointer).Get()})) System_.SetPointer(Pointer);
+    if (!Answered(L"SetPointer", [&](::CallBack& Asked, VARIANT&) { return Asked.SetPointer(Pointer); },
+                  {&Variant(Pointer).Get()}))
+        System_.SetPointer(Pointer);
 }
 
 }  // namespace kv::com

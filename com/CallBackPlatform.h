@@ -1,6 +1,7 @@
 // The door to the operator: the call-back object of a host for what it has, the system for the rest.
 #pragma once
 
+#include <functional>
 #include <utility>
 
 #include "com/ByName.h"
@@ -27,7 +28,10 @@ class CallBackPlatform final : public kv::Platform {
     Ref<IDispatch> Ask(Ref<IDispatch> Object) noexcept { return std::exchange(CallBack_, std::move(Object)); }
 
   private:
-    std::optional<Variant> Told(const wchar_t* Name, std::initializer_list<const VARIANT*> Arguments);
+    /// What the object answers; none where it lacks the member. `Early` calls it by its interface.
+    std::optional<Variant> Answered(const wchar_t* Name,
+                                    const std::function<HRESULT(::CallBack&, VARIANT&)>& Early,
+                                    std::initializer_list<const VARIANT*> Arguments);
 
     Ref<IDispatch> CallBack_;
     WindowsPlatform System_;

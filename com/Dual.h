@@ -30,11 +30,14 @@ class Dual : public I {
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT Which, LCID, ITypeInfo** Into) override {
         return detail::TypeInformation(__uuidof(I), Which, Into);
     }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* Names, UINT Count, LCID, DISPID* Ids) override {
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID Reserved, LPOLESTR* Names, UINT Count, LCID,
+                                            DISPID* Ids) override {
+        if (Reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
         return detail::IdsOfNames(__uuidof(I), Names, Count, Ids);
     }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID Id, REFIID, LCID, WORD Flags, DISPPARAMS* Arguments,
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID Id, REFIID Reserved, LCID, WORD Flags, DISPPARAMS* Arguments,
                                      VARIANT* Result, EXCEPINFO* Information, UINT* Wrong) override {
+        if (Reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
         return detail::Call(static_cast<I*>(this), __uuidof(I), Id, Flags, Arguments, Result, Information,
                             Wrong);
     }

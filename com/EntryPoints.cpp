@@ -1,5 +1,6 @@
 // The four entry points of the file, the class factory, and what registration writes.
 
+#include <atomic>
 #include <iterator>
 #include <new>
 #include <string>
@@ -47,12 +48,22 @@ class Factory final : public IClassFactory {
         return FAILED(Made) ? Made : Found;
     }
     HRESULT STDMETHODCALLTYPE LockServer(BOOL Lock) override {
-        if (Lock)
+        if (Lock) {
+            ++Locks_;
             module::Hold();
-        else
-            module::Drop();
-        return S_OK;
+            return S_OK;
+        }
+        // Only what was locked is unlocked.
+        for (long Held = Locks_; Held > 0;)
+            if (Locks_.compare_exchange_weak(Held, Held - 1)) {
+                module::Drop();
+                return S_OK;
+            }
+        return E_UNEXPECTED;
     }
+
+  private:
+    std::atomic<long> Locks_{0};
 };
 
 Factory TheFactory;
@@ -61,12 +72,6 @@ std::wstring Braced(REFIID Id) {
     wchar_t Text[40];
     StringFromGUID2(Id, Text, static_cast<int>(std::size(Text)));
     return Text;
-}
-
-std::wstring ModulePath() {
-    std::wstring Path(32768, L'\0');
-    Path.resize(GetModuleFileNameW(module::Handle(), Path.data(), static_cast<DWORD>(Path.size())));
-    return Path;
 }
 
 void CheckRegistry(LSTATUS Result) {
@@ -96,15 +101,31 @@ void Remove(const std::wstring& Key) {
 
 std::wstring ClassKey() { return L"CLSID\\" + Braced(__uuidof(::vdSvr)); }
 
-void RemoveLibrary() {
+TLIBATTR LibraryAttributes() {
     TLIBATTR* Attributes = nullptr;
     const Ref<ITypeLib> Library = module::Library();
     if (FAILED(Library->GetLibAttr(&Attributes)))
         throw Refusal(SELFREG_E_TYPELIB, L"Libreria dei tipi illeggibile");
-    const HRESULT Gone = UnRegisterTypeLib(Attributes->guid, Attributes->wMajorVerNum,
-                                           Attributes->wMinorVerNum, Attributes->lcid, Attributes->syskind);
-    const std::wstring Key = L"TypeLib\\" + Braced(Attributes->guid);
+    const TLIBATTR Read = *Attributes;
     Library->ReleaseTLibAttr(Attributes);
+    return Read;
+}
+
+/// Whether the file of the other width is registered. A system of one width answers for itself.
+bool OtherWidthRegistered() {
+    HKEY Opened = nullptr;
+    constexpr REGSAM kOther = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+    if (RegOpenKeyExW(HKEY_CLASSES_ROOT, ClassKey().c_str(), 0, KEY_READ | kOther, &Opened) != ERROR_SUCCESS)
+        return false;
+    RegCloseKey(Opened);
+    return true;
+}
+
+void RemoveLibrary() {
+    const TLIBATTR Attributes = LibraryAttributes();
+    const HRESULT Gone = UnRegisterTypeLib(Attributes.guid, Attributes.wMajorVerNum, Attributes.wMinorVerNum,
+                                           Attributes.lcid, Attributes.syskind);
+    const std::wstring Key = L"TypeLib\\" + Braced(Attributes.guid);
     // One that is not registered is told in two ways.
     if (FAILED(Gone) && Gone != TYPE_E_REGISTRYACCESS && Gone != E_INVALIDARG)
         throw Refusal(SELFREG_E_TYPELIB, L"La libreria dei tipi non si toglie");
@@ -113,16 +134,10 @@ void RemoveLibrary() {
 }
 
 void Register() {
-    const std::wstring Path = ModulePath();
+    const std::wstring Path = module::Path();
     if (FAILED(RegisterTypeLib(module::Library().Get(), const_cast<wchar_t*>(Path.c_str()), nullptr)))
         throw Refusal(SELFREG_E_TYPELIB, L"La libreria dei tipi non si registra");
-    TLIBATTR* Attributes = nullptr;
-    const Ref<ITypeLib> Library = module::Library();
-    if (FAILED(Library->GetLibAttr(&Attributes)))
-        throw Refusal(SELFREG_E_TYPELIB, L"Libreria dei tipi illeggibile");
-    const std::wstring LibraryId = Braced(Attributes->guid);
-    Library->ReleaseTLibAttr(Attributes);
-
+    const std::wstring LibraryId = Braced(LibraryAttributes().guid);
     const std::wstring Id = Braced(__uuidof(::vdSvr));
     const std::wstring Class = ClassKey();
     Write(Class, nullptr, kDescription);
@@ -137,8 +152,9 @@ void Register() {
 }
 
 void Unregister() {
-    Remove(std::wstring(kProgId));
     Remove(ClassKey());
+    // The program identifier is one for both widths, the classes are two.
+    if (!OtherWidthRegistered()) Remove(std::wstring(kProgId));
     RemoveLibrary();
 }
 

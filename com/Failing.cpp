@@ -42,7 +42,13 @@ void Check(HRESULT Result, std::wstring_view Member) {
     if (GetErrorInfo(0, Information.Out()) == S_OK) Information->GetDescription(Words.Out());
     std::wstring Text = Words.Text();
     if (Text.empty()) Text = L"errore " + Hexadecimal(Result);
-    Raise(Member.empty() ? Text : L"Oggetto dell'applicazione, " + std::wstring(Member) + L": " + Text);
+    if (Member.empty()) Raise(Text);
+    RaiseOfHost(Member, Text);
+}
+
+void RaiseOfHost(std::wstring_view Member, std::wstring_view Words) {
+    std::wstring Text = L"Oggetto dell'applicazione, ";
+    Raise(Text.append(Member).append(L": ").append(Words));
 }
 
 HRESULT Caught(REFIID Interface, std::wstring_view Source) noexcept {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "com/ByName.h"
@@ -11,6 +12,7 @@
 #include "frame/CoreUtil.h"
 #include "frame/DesignTree.h"
 #include "frame/RegData.h"
+#include "window/TreeModel.h"
 
 namespace kv::com {
 
@@ -24,6 +26,8 @@ class HostRegData final : public kv::RegData {
     std::wstring Name() const override;
     std::wstring Clsid() const override;
     std::wstring UserList() const override;
+    /// The host is told True alone: what is written with False, as by a paste, stays here until then, and is
+    /// what Read answers.
     void SetSaving(bool Saving) override;
     const RegObject& Read() override;
     void Write(RegObject Content) override;
@@ -32,6 +36,8 @@ class HostRegData final : public kv::RegData {
     Ref<::RegData> Early_;
     ByName Late_;
     RegObject Content_;
+    bool Stores_ = true;
+    std::optional<RegObject> Unsaved_;
 };
 
 /// An object that travels through unread.
@@ -49,6 +55,8 @@ class HostRegistry final : public kv::RegistryServer {
     Ref<IDispatch> Object;
 };
 
+/// By name a tree may have the members told of a tree window alone, TreeControl among them: its nodes are
+/// then followed here, and reached through the control.
 class HostDesignTree final : public kv::DesignTree {
   public:
     /// Not null.
@@ -86,28 +94,19 @@ class HostDesignTree final : public kv::DesignTree {
                                                                   VARIANT, BSTR*, IDispatch**);
     void Add(AddMember Member, const wchar_t* Name, const NewNode& Node);
 
+    ByName Nodes() const;
+    ByName NodeOf(std::wstring_view Key) const;
+    /// Raises where the nodes are not followed, since the tree has the members that tell of them but not
+    /// this.
+    window::TreeModel& Followed(const wchar_t* Lacks) const;
+
     Ref<::DesignTree> Early_;
     ByName Late_;
+    std::unique_ptr<window::TreeModel> Followed_;
     std::unique_ptr<HostRegData> Returned_;
 };
 
-/// A clipboard holder for the length of one operation.
-class HostClipItem {
-  public:
-    /// Reads the holder. Null raises.
-    explicit HostClipItem(IDispatch* Object);
-    HostClipItem(const HostClipItem&) = delete;
-    HostClipItem& operator=(const HostClipItem&) = delete;
-
-    kv::ClipItem& Item() noexcept { return Item_; }
-    /// Tells the holder the class word where the operation has changed it.
-    void GiveBack();
-
-  private:
-    Ref<::ClipItem> Early_;
-    ByName Late_;
-    kv::ClipItem Item_;
-    std::wstring Before_;
-};
+/// What a clipboard holder holds, which is not null.
+kv::ClipItem ReadClipItem(IDispatch* Holder);
 
 }  // namespace kv::com

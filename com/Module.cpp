@@ -27,6 +27,12 @@ DWORD Thread_ = 0;
 HMODULE Handle() noexcept { return Loaded_; }
 void SetHandle(HMODULE Loaded) noexcept { Loaded_ = Loaded; }
 
+std::wstring Path() {
+    std::wstring Text(32768, L'\0');
+    Text.resize(GetModuleFileNameW(Loaded_, Text.data(), static_cast<DWORD>(Text.size())));
+    return Text;
+}
+
 void Hold() noexcept { ++Living_; }
 
 void Drop() noexcept {
@@ -44,9 +50,7 @@ bool Unused() noexcept { return Living_ == 0; }
 Ref<ITypeLib> Library() {
     const std::lock_guard<std::mutex> Locked(Gate_);
     if (!Library_) {
-        std::wstring Path(32768, L'\0');
-        Path.resize(GetModuleFileNameW(Loaded_, Path.data(), static_cast<DWORD>(Path.size())));
-        if (FAILED(LoadTypeLibEx(Path.c_str(), REGKIND_NONE, &Library_))) {
+        if (FAILED(LoadTypeLibEx(Path().c_str(), REGKIND_NONE, &Library_))) {
             Library_ = nullptr;
             throw Refusal(TYPE_E_CANTLOADLIBRARY, L"La libreria dei tipi non si legge");
         }

@@ -1,6 +1,8 @@
 // The file as the process has loaded it: what lives, its type library, the thread that it serves.
 #pragma once
 
+#include <string>
+
 #include "com/Common.h"
 #include "com/Ref.h"
 
@@ -9,6 +11,7 @@ namespace kv::com::module {
 /// Handle of this file, not of the program.
 HMODULE Handle() noexcept;
 void SetHandle(HMODULE Loaded) noexcept;
+std::wstring Path();
 
 /// Counts what keeps the file in memory: objects, and locks of the class factory.
 void Hold() noexcept;

@@ -1,5 +1,6 @@
 #include "com/Node.h"
 
+#include <unordered_set>
 #include <utility>
 
 #include "com/ByName.h"
@@ -14,8 +15,6 @@ constexpr std::wstring_view kObject = L"vdbSvr.RegData";
 constexpr std::wstring_view kClip = L"vdbSvr.ClipItem";
 
 [[noreturn]] void TooDeep() { Raise(L"L'oggetto ha troppi livelli"); }
-
-void Give(BSTR* Into, std::wstring_view Text) { Told(Into) = ToBstr(Text); }
 
 }  // namespace
 
@@ -38,7 +37,7 @@ RegObject Node::Copy() const {
 }
 
 HRESULT Node::GetText(std::wstring RegObject::*Field, BSTR* Into) noexcept {
-    return Guard(__uuidof(::RegNode), kNode, [&] { Give(Into, Own_.*Field); });
+    return Guard(__uuidof(::RegNode), kNode, [&] { Give(Into, [&] { return ToBstr(Own_.*Field); }); });
 }
 HRESULT Node::PutText(std::wstring RegObject::*Field, BSTR From) noexcept {
     return Guard(__uuidof(::RegNode), kNode, [&] { Own_.*Field = FromBstr(From); });
@@ -77,10 +76,10 @@ HRESULT Node::put_String5(BSTR Text) { return PutText(&RegObject::String5, Text)
 
 HRESULT Node::get_Value(BSTR ValueName, VARIANT* Content) {
     return Guard(__uuidof(::RegNode), kNode, [&] {
-        VARIANT& Into = Told(Content);
-        VariantInit(&Into);
-        if (const RegValue* const Value = Own_.Value(FromBstr(ValueName)))
-            Into = FromRegValue(*Value).Detach();
+        Give(Content, [&] {
+            const RegValue* const Value = Own_.Value(FromBstr(ValueName));
+            return Value ? FromRegValue(*Value).Detach() : VARIANT{};
+        });
     });
 }
 
@@ -100,9 +99,11 @@ HRESULT Node::get_ValueCount(LONG* Count) {
 
 HRESULT Node::get_ValueName(LONG Place, BSTR* Text) {
     return Guard(__uuidof(::RegNode), kNode, [&] {
-        if (Place < 1 || static_cast<std::size_t>(Place) > Own_.Values.size())
-            throw Refusal(DISP_E_BADINDEX, L"Nessun valore in quel posto");
-        Give(Text, Own_.Values[static_cast<std::size_t>(Place) - 1].Name);
+        Give(Text, [&] {
+            if (Place < 1 || static_cast<std::size_t>(Place) > Own_.Values.size())
+                throw Refusal(DISP_E_BADINDEX, L"Nessun valore in quel posto");
+            return ToBstr(Own_.Values[static_cast<std::size_t>(Place) - 1].Name);
+        });
     });
 }
 
@@ -111,19 +112,18 @@ HRESULT Node::get_ChildCount(LONG* Count) {
 }
 
 HRESULT Node::get_Child(LONG Place, IDispatch** Found) {
-    return Guard(__uuidof(::RegNode), kNode, [&] {
-        Told(Found) = nullptr;
-        *Found = ToDispatch(Children_[Slot(Place)]).Detach();
-    });
+    return Guard(__uuidof(::RegNode), kNode,
+                 [&] { Give(Found, [&] { return ToDispatch(Children_[Slot(Place)]).Detach(); }); });
 }
 
 HRESULT Node::AddChild(BSTR ChildName, IDispatch** Added) {
     return Guard(__uuidof(::RegNode), kNode, [&] {
-        Told(Added) = nullptr;
-        RegObject Named;
-        Named.Name = FromBstr(ChildName);
-        Children_.push_back(Make<Node>(std::move(Named), Depth_ + 1));
-        *Added = ToDispatch(Children_.back()).Detach();
+        Give(Added, [&] {
+            RegObject Named;
+            Named.Name = FromBstr(ChildName);
+            Children_.push_back(Make<Node>(std::move(Named), Depth_ + 1));
+            return ToDispatch(Children_.back()).Detach();
+        });
     });
 }
 
@@ -144,23 +144,25 @@ MemoryObject::MemoryObject(std::wstring_view ClassWord, RegObject Content)
 
 HRESULT MemoryObject::get_Name(BSTR* Text) { return Content_->get_Name(Text); }
 HRESULT MemoryObject::get_Clsid(BSTR* Text) {
-    return Guard(__uuidof(::RegData), kObject, [&] { Give(Text, Clsid_); });
+    return Guard(__uuidof(::RegData), kObject, [&] { Give(Text, [&] { return ToBstr(Clsid_); }); });
 }
 HRESULT MemoryObject::get_UserList(BSTR* Text) { return Content_->get_UserList(Text); }
 HRESULT MemoryObject::put_Saving(VARIANT_BOOL) { return S_OK; }
 HRESULT MemoryObject::get_Content(IDispatch** Found) {
-    return Guard(__uuidof(::RegData), kObject, [&] { Told(Found) = ToDispatch(Content_).Detach(); });
+    return Guard(__uuidof(::RegData), kObject,
+                 [&] { Give(Found, [&] { return ToDispatch(Content_).Detach(); }); });
 }
 HRESULT MemoryObject::Replace(IDispatch* Content) {
     return Guard(__uuidof(::RegData), kObject, [&] { Content_ = Make<Node>(ReadNode(&Told(Content))); });
 }
 
 HRESULT ClipHolder::get_DataObj(IDispatch** Held) {
-    return Guard(__uuidof(::ClipItem), kClip, [&] { Told(Held) = Ref<IDispatch>(Data_).Detach(); });
+    return Guard(__uuidof(::ClipItem), kClip,
+                 [&] { Give(Held, [&] { return Ref<IDispatch>(Data_).Detach(); }); });
 }
 HRESULT ClipHolder::putref_DataObj(IDispatch* Given) { return Data_ = Ref<IDispatch>(Given), S_OK; }
 HRESULT ClipHolder::get_ClassWord(BSTR* Text) {
-    return Guard(__uuidof(::ClipItem), kClip, [&] { Give(Text, ClassWord_); });
+    return Guard(__uuidof(::ClipItem), kClip, [&] { Give(Text, [&] { return ToBstr(ClassWord_); }); });
 }
 HRESULT ClipHolder::put_ClassWord(BSTR Text) {
     return Guard(__uuidof(::ClipItem), kClip, [&] { ClassWord_ = FromBstr(Text); });
@@ -203,12 +205,29 @@ class Reader {
         if (!From) return {};
         if (const Ref<Node> Own = OwnOf<Node>(From)) return Own->Copy();
         if (Depth > kDeepest) TooDeep();
-        Count(1);
         if (const Ref<::RegNode> Early = As<::RegNode>(From)) return ReadEarly(*Early.Get(), Depth);
         return ReadByName(ByName(Ref<IDispatch>(From)), Depth);
     }
 
   private:
+    /// The values of one node, each name once.
+    class Values {
+      public:
+        explicit Values(RegObject& Of) : Of_(Of) {}
+        void Take(const std::wstring& Name, const VARIANT& Held) {
+            std::optional<RegValue> Value = Taken(L"Value(" + Name + L")", Held, ToRegValue);
+            if (!Value) return;
+            if (Names_.insert(Name).second)
+                Of_.Values.push_back({Name, *std::move(Value)});
+            else
+                Of_.SetValue(Name, *std::move(Value));
+        }
+
+      private:
+        RegObject& Of_;
+        std::unordered_set<std::wstring> Names_;
+    };
+
     void Count(long Further) {
         if (Further < 0 || Further > kMostNodes - Counted_) Raise(L"L'oggetto ha troppi elementi");
         Counted_ += Further;
@@ -226,16 +245,16 @@ class Reader {
             Check((From.*Field.Get)(&Number), Field.Name);
             Made.*Field.Into = static_cast<std::int32_t>(Number);
         }
-        LONG Values = 0;
-        Check(From.get_ValueCount(&Values), L"ValueCount");
-        Count(Values);
-        for (LONG I = 1; I <= Values; ++I) {
+        LONG Number = 0;
+        Check(From.get_ValueCount(&Number), L"ValueCount");
+        Count(Number);
+        Values Named(Made);
+        for (LONG I = 1; I <= Number; ++I) {
             Bstr Name;
             Check(From.get_ValueName(I, Name.Out()), L"ValueName");
             Variant Held;
             Check(From.get_Value(Name.Get(), Held.Out()), L"Value");
-            if (std::optional<RegValue> Value = ToRegValue(Held.Get()))
-                Made.SetValue(Name.Text(), *std::move(Value));
+            Named.Take(Name.Text(), Held.Get());
         }
         LONG Children = 0;
         Check(From.get_ChildCount(&Children), L"ChildCount");
@@ -250,31 +269,27 @@ class Reader {
 
     RegObject ReadByName(const ByName& From, int Depth) {
         RegObject Made;
+        const std::optional<std::int32_t> Number = From.TryGet(L"ValueCount", NumberOf);
+        const std::optional<std::int32_t> Children = From.TryGet(L"ChildCount", NumberOf);
+        if (!Number && !Children && !From.Has(L"Name"))
+            Raise(L"Oggetto dell'applicazione: non è un nodo, mancano Name, ValueCount e ChildCount");
         for (const TextField& Field : kTexts)
-            if (const std::optional<Variant> Held = From.TryGet(Field.Name))
-                Made.*Field.Into = TextOf(Held->Get());
+            if (std::optional<std::wstring> Held = From.TryGet(Field.Name, TextOf))
+                Made.*Field.Into = *std::move(Held);
         for (const NumberField& Field : kNumbers)
-            if (const std::optional<Variant> Held = From.TryGet(Field.Name))
-                Made.*Field.Into = NumberOf(Held->Get());
-        if (const std::optional<Variant> Values = From.TryGet(L"ValueCount")) {
-            const std::int32_t Number = NumberOf(Values->Get());
-            Count(Number);
-            for (std::int32_t I = 1; I <= Number; ++I) {
-                const Variant Place(I);
-                const Variant Name(std::wstring_view(TextOf(From.Get(L"ValueName", {&Place.Get()}).Get())));
-                if (std::optional<RegValue> Value = ToRegValue(From.Get(L"Value", {&Name.Get()}).Get()))
-                    Made.SetValue(TextOf(Name.Get()), *std::move(Value));
-            }
+            if (const std::optional<std::int32_t> Held = From.TryGet(Field.Name, NumberOf))
+                Made.*Field.Into = *Held;
+        Count(Number.value_or(0));
+        Values Named(Made);
+        for (std::int32_t I = 1; I <= Number.value_or(0); ++I) {
+            const Variant Place(I);
+            const Variant Name(std::wstring_view(From.Get(L"ValueName", TextOf, {&Place.Get()})));
+            const Variant Held = From.Get(L"Value", {&Name.Get()});
+            Named.Take(TextOf(Name.Get()), Held.Get());
         }
-        if (const std::optional<Variant> Children = From.TryGet(L"ChildCount")) {
-            const std::int32_t Number = NumberOf(Children->Get());
-            Count(Number);
-            for (std::int32_t I = 1; I <= Number; ++I) {
-                const Variant Place(I);
-                Made.Children.push_back(
-                    Read(ObjectOf(From.Get(L"Child", {&Place.Get()}).Get()).Get(), Depth + 1));
-            }
-        }
+        Count(Children.value_or(0));
+        for (std::int32_t I = 1; I <= Children.value_or(0); ++I)
+            Made.Children.push_back(Read(From.Get(L"Child", ObjectOf, {&Variant(I).Get()}).Get(), Depth + 1));
         return Made;
     }
 

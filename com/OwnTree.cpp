@@ -23,18 +23,41 @@ HRESULT Work(Body&& Run) noexcept {
     });
 }
 
+/// The same for what answers something; the place is empty where it fails.
+template <class T, class Maker>
+HRESULT Answer(T* Into, Maker&& Run) noexcept {
+    return Guard(__uuidof(::DesignTree), kTree, [&] {
+        Give(Into, [&] {
+            module::CheckThread();
+            return Run();
+        });
+    });
+}
+
+/// The same for what tells in `Failed` that it has failed: True where it could not be tried.
+template <class Body>
+HRESULT Judged(VARIANT_BOOL* Failed, Body&& Run) noexcept {
+    return Guard(__uuidof(::DesignTree), kTree, [&] {
+        Told(Failed) = VARIANT_TRUE;
+        module::CheckThread();
+        if (!Run()) *Failed = VARIANT_FALSE;
+    });
+}
+
+VARIANT_BOOL ToFlag(bool Flag) noexcept { return Flag ? VARIANT_TRUE : VARIANT_FALSE; }
+
 class NodeOf final : public com::ComObject<::TreeNode> {
   public:
     NodeOf(Model Tree, std::wstring Key) : Tree_(std::move(Tree)), Key_(std::move(Key)) {}
 
     HRESULT STDMETHODCALLTYPE get_Text(BSTR* Caption) override {
-        return Work([&] { Told(Caption) = ToBstr(Tree_->NodeText(Key_)); });
+        return Answer(Caption, [&] { return ToBstr(Tree_->NodeText(Key_)); });
     }
     HRESULT STDMETHODCALLTYPE put_Text(BSTR Caption) override {
         return Work([&] { Tree_->SetNodeText(Key_, FromBstr(Caption)); });
     }
     HRESULT STDMETHODCALLTYPE get_Key(BSTR* NodeKey) override {
-        return Work([&] { Told(NodeKey) = ToBstr(Key_); });
+        return Answer(NodeKey, [&] { return ToBstr(Key_); });
     }
 
   private:
@@ -48,11 +71,10 @@ class NodesOf final : public com::ComObject<::TreeNodes> {
     explicit NodesOf(Model Tree) : Tree_(std::move(Tree)) {}
 
     HRESULT STDMETHODCALLTYPE get_Item(BSTR Key, IDispatch** Node) override {
-        return Work([&] {
-            Told(Node) = nullptr;
+        return Answer(Node, [&] {
             std::wstring Wanted = FromBstr(Key);
             if (!Tree_->HasNode(Wanted)) RaiseFault(fault::kNoObject);
-            *Node = ToDispatch(Make<NodeOf>(Tree_, std::move(Wanted))).Detach();
+            return ToDispatch(Make<NodeOf>(Tree_, std::move(Wanted))).Detach();
         });
     }
     HRESULT STDMETHODCALLTYPE Clear() override {
@@ -69,7 +91,7 @@ class ControlOf final : public com::ComObject<::TreeControl> {
     explicit ControlOf(Model Tree) : Tree_(std::move(Tree)) {}
 
     HRESULT STDMETHODCALLTYPE get_Nodes(IDispatch** Nodes) override {
-        return Work([&] { Told(Nodes) = ToDispatch(Make<NodesOf>(Tree_)).Detach(); });
+        return Answer(Nodes, [&] { return ToDispatch(Make<NodesOf>(Tree_)).Detach(); });
     }
 
   private:
@@ -105,6 +127,7 @@ HRESULT OwnTree::MarkModified(VARIANT_BOOL Modified) {
 
 HRESULT OwnTree::AddNode(VARIANT Relative, VARIANT Relationship, VARIANT Key, VARIANT Text, VARIANT Image,
                          VARIANT SelectedImage, BSTR* Kind, IDispatch** Node) {
+    if (Node) *Node = nullptr;
     return Work([&] {
         const auto Optional = [](const VARIANT& From) {
             return IsAbsent(From) ? std::wstring() : TextOf(From);
@@ -130,10 +153,8 @@ HRESULT OwnTree::AddIconNode(VARIANT Relative, VARIANT Relationship, VARIANT Key
 }
 
 HRESULT OwnTree::AddDefault(BSTR Section, BSTR Keyword, BSTR Word, VARIANT_BOOL* Failed) {
-    return Work([&] {
-        const bool Bad = Model_->AddDefault(FromBstr(Section), FromBstr(Keyword), FromBstr(Word));
-        Told(Failed) = Bad ? VARIANT_TRUE : VARIANT_FALSE;
-    });
+    return Judged(Failed,
+                  [&] { return Model_->AddDefault(FromBstr(Section), FromBstr(Keyword), FromBstr(Word)); });
 }
 
 HRESULT OwnTree::AddToolButton(BSTR Key, BSTR ToolTip, LONG Style, LONG Bitmap, IDispatch*) {
@@ -148,16 +169,15 @@ HRESULT OwnTree::AddToolButton(BSTR Key, BSTR ToolTip, LONG Style, LONG Bitmap, 
 }
 
 HRESULT OwnTree::SetTools(VARIANT Words, VARIANT_BOOL* Failed) {
-    return Work([&] {
-        Told(Failed);
+    return Judged(Failed, [&] {
         const std::vector<std::wstring> Texts = FromArray(Words);
         const std::vector<std::wstring_view> Views(Texts.begin(), Texts.end());
-        *Failed = Model_->SetTools(Views) ? VARIANT_TRUE : VARIANT_FALSE;
+        return Model_->SetTools(Views);
     });
 }
 
-HRESULT OwnTree::ShowTree(IDispatch*, BSTR, IDispatch**, VARIANT_BOOL, VARIANT_BOOL*) {
-    return Work([] { throw Refusal(E_UNEXPECTED, L"La finestra si apre con ShowData"); });
+HRESULT OwnTree::ShowTree(IDispatch*, BSTR, IDispatch**, VARIANT_BOOL, VARIANT_BOOL* Failed) {
+    return Judged(Failed, []() -> bool { throw Refusal(E_UNEXPECTED, L"La finestra si apre con ShowData"); });
 }
 
 HRESULT OwnTree::Dispose() {
@@ -166,31 +186,30 @@ HRESULT OwnTree::Dispose() {
 
 HRESULT OwnTree::MoveListItem(IDispatch* List, LONG Direction, BSTR* RelativeKey, LONG* NewIndex,
                               VARIANT_BOOL* Failed) {
-    return Work([&] {
-        Told(Failed) = VARIANT_TRUE;
+    return Judged(Failed, [&] {
         Told(RelativeKey);
         Told(NewIndex);
         ListByName Given(&Told(List));
         std::wstring Neighbour;
         std::int32_t Place = 0;
-        if (Model_->MoveListItem(Given, static_cast<std::int32_t>(Direction), Neighbour, Place)) return;
+        if (Model_->MoveListItem(Given, static_cast<std::int32_t>(Direction), Neighbour, Place)) return true;
         Bstr Key(Neighbour);
         std::swap(*RelativeKey, *Key.Out());
         *NewIndex = Place;
-        *Failed = VARIANT_FALSE;
+        return false;
     });
 }
 
 HRESULT OwnTree::get_SyntaxOn(VARIANT_BOOL* Strict) {
-    return Work([&] { Told(Strict) = Model_->SyntaxOn() ? VARIANT_TRUE : VARIANT_FALSE; });
+    return Answer(Strict, [&] { return ToFlag(Model_->SyntaxOn()); });
 }
 
 HRESULT OwnTree::NodeId(BSTR Key, LONG* Position) {
-    return Work([&] { Told(Position) = Model_->NodeId(FromBstr(Key)); });
+    return Answer(Position, [&] { return static_cast<LONG>(Model_->NodeId(FromBstr(Key))); });
 }
 
 HRESULT OwnTree::get_TreeControl(IDispatch** Control) {
-    return Work([&] { Told(Control) = ToDispatch(Make<ControlOf>(Model_)).Detach(); });
+    return Answer(Control, [&] { return ToDispatch(Make<ControlOf>(Model_)).Detach(); });
 }
 
 HRESULT OwnTree::ClearNodes() {
@@ -203,20 +222,20 @@ HRESULT OwnTree::RemoveChildren(BSTR Key) {
     return Work([&] { Model_->RemoveChildren(FromBstr(Key)); });
 }
 HRESULT OwnTree::HasNode(BSTR Key, VARIANT_BOOL* There) {
-    return Work([&] { Told(There) = Model_->HasNode(FromBstr(Key)) ? VARIANT_TRUE : VARIANT_FALSE; });
+    return Answer(There, [&] { return ToFlag(Model_->HasNode(FromBstr(Key))); });
 }
 HRESULT OwnTree::get_NodeText(BSTR Key, BSTR* Text) {
-    return Work([&] { Told(Text) = ToBstr(Model_->NodeText(FromBstr(Key))); });
+    return Answer(Text, [&] { return ToBstr(Model_->NodeText(FromBstr(Key))); });
 }
 HRESULT OwnTree::put_NodeText(BSTR Key, BSTR Text) {
     return Work([&] { Model_->SetNodeText(FromBstr(Key), FromBstr(Text)); });
 }
 HRESULT OwnTree::NodeParent(BSTR Key, BSTR* ParentKey) {
-    return Work([&] { Told(ParentKey) = ToBstr(Model_->NodeParent(FromBstr(Key))); });
+    return Answer(ParentKey, [&] { return ToBstr(Model_->NodeParent(FromBstr(Key))); });
 }
 HRESULT OwnTree::NodeAt(BSTR Folder, LONG Place, BSTR* Key) {
-    return Work(
-        [&] { Told(Key) = ToBstr(Model_->NodeAt(FromBstr(Folder), static_cast<std::int32_t>(Place))); });
+    return Answer(Key,
+                  [&] { return ToBstr(Model_->NodeAt(FromBstr(Folder), static_cast<std::int32_t>(Place))); });
 }
 HRESULT OwnTree::SelectNode(BSTR Key) {
     return Work([&] { Model_->SelectNode(FromBstr(Key)); });

@@ -35,6 +35,8 @@ class Ref {
         Clear();
         return &Held_;
     }
+    /// Where a call puts another object in the place of this one, which it releases.
+    I** InOut() noexcept { return &Held_; }
     void** OutVoid() noexcept { return reinterpret_cast<void**>(Out()); }
     /// The object with its count, for a caller who takes it over.
     I* Detach() noexcept { return std::exchange(Held_, nullptr); }

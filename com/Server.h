@@ -12,9 +12,16 @@
 
 namespace kv::com {
 
-/// `_vdSvr`, `iKvEditor` and `TreeDll` over the core's server object. A call that comes while it would pull
-/// the item away from under another call is refused with an error code, and so are Export, Import, ShutDown
-/// and a second ShowData while a window is open.
+/// What goes on in a server object, from nothing to most.
+enum class Moment {
+    Idle,
+    HostsWindow,  // ShowData runs, in a tree of the host
+    OwnWindow,    // ShowData runs, in the component's own: the operations of the item are that window's
+    Working,      // an operation of the item runs, of whomever
+};
+
+/// `_vdSvr`, `iKvEditor` and `TreeDll` over the core's server object. Each method has a moment up to which it
+/// may come; later it is refused with an error code. So nothing pulls the item away from under another call.
 class Server final : public ComObject<::_vdSvr, ::iKvEditor, ::TreeDll> {
   public:
     Server();
@@ -30,7 +37,7 @@ class Server final : public ComObject<::_vdSvr, ::iKvEditor, ::TreeDll> {
     HRESULT STDMETHODCALLTYPE NewClipItem(IDispatch** Made) override;
 
     // iKvEditor
-    HRESULT STDMETHODCALLTYPE Export(IDispatch* RegData, BSTR Clsid, BSTR* Buffer, VARIANT Extra,
+    HRESULT STDMETHODCALLTYPE Export(IDispatch* RegData, BSTR Clsid, BSTR* Buffer, VARIANT* Extra,
                                      VARIANT_BOOL* Failed) override;
     HRESULT STDMETHODCALLTYPE LastError(LONG* Number, BSTR* Source, BSTR* Description, BSTR* HelpFile,
                                         BSTR* HelpContext, LONG* LastDLLError) override;
@@ -73,15 +80,30 @@ class Server final : public ComObject<::_vdSvr, ::iKvEditor, ::TreeDll> {
 
   private:
     class Session;
+    class WindowDoor;
     ~Server() override;
+
+    Moment Now() const noexcept { return Busy_ ? Moment::Working : Open_; }
+    /// Throws Refusal where it is later than `Latest`.
+    void Admit(Moment Latest) const;
 
     /// The frame of a method: the right thread, this object kept alive, its call-back object asked meanwhile.
     template <class Body>
-    HRESULT Method(std::wstring_view Name, Body&& Run) noexcept;
-    /// The same for an operation of the item; nothing else may touch the item meanwhile. What `Run` answers
-    /// goes to `Failed`, which is True where the method fails.
+    HRESULT Method(std::wstring_view Name, Moment Latest, Body&& Run) noexcept;
+    /// The same for what may come at any moment and answers something.
+    template <class T, class Maker>
+    HRESULT Answer(std::wstring_view Name, T* Into, Maker&& Run) noexcept;
+    /// The same for what tells in `Failed` that it has failed, by the answer of `Run`; True where it is
+    /// refused.
     template <class Body>
-    HRESULT Operation(std::wstring_view Name, VARIANT_BOOL* Failed, Body&& Run) noexcept;
+    HRESULT Judged(std::wstring_view Name, Moment Latest, VARIANT_BOOL* Failed, Body&& Run) noexcept;
+    /// The same for an operation of the item; nothing else may touch the item meanwhile.
+    template <class Body>
+    HRESULT Operation(std::wstring_view Name, Moment Latest, VARIANT_BOOL* Failed, Body&& Run) noexcept;
+    /// The same for an operation on a clipboard holder. One that fails is a failure of the operation.
+    template <class Body>
+    HRESULT ClipOperation(std::wstring_view Name, VARIANT_BOOL* Failed, IDispatch* Holder,
+                          Body&& Run) noexcept;
 
     /// What the process has for its server objects, while there is one.
     struct Share {
@@ -97,7 +119,7 @@ class Server final : public ComObject<::_vdSvr, ::iKvEditor, ::TreeDll> {
     Ref<IDispatch> CallBack_;
     kv::vdSvr Core_;
     bool Busy_ = false;  // the item works
-    bool Open_ = false;  // ShowData runs
+    Moment Open_ = Moment::Idle;
 };
 
 }  // namespace kv::com

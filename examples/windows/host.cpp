@@ -214,9 +214,7 @@ int Work(bool OwnWindow) {
     const bool Opened = Failed == VARIANT_FALSE;
 
     BSTR Buffer = nullptr;
-    VARIANT Absent;
-    VariantInit(&Absent);
-    if (Opened && SUCCEEDED(Server->Export(Object, Word, &Buffer, Absent, &Failed)) && !Failed && Buffer)
+    if (Opened && SUCCEEDED(Server->Export(Object, Word, &Buffer, nullptr, &Failed)) && !Failed && Buffer)
         Print(Buffer);
     Print(Opened ? L"saved " + std::to_wstring(Kept.Saved) + L"\n" : L"not opened\n");
     SysFreeString(Buffer);

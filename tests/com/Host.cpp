@@ -1,6 +1,20 @@
 #include "tests/com/Host.h"
 
 namespace kv::com::host {
+namespace {
+
+/// What the component makes beside its host's program, which here is a test, goes when the tests have run.
+class WeightsFile final : public ::testing::Environment {
+  public:
+    void TearDown() override {
+        std::wstring Path(MAX_PATH, L'\0');
+        Path.resize(GetModuleFileNameW(nullptr, Path.data(), MAX_PATH));
+        DeleteFileW(Path.replace(Path.find_last_of(L"\\/") + 1, Path.npos, L"KVDSRT.TAB").c_str());
+    }
+};
+[[maybe_unused]] ::testing::Environment* const kGone = ::testing::AddGlobalTestEnvironment(new WeightsFile);
+
+}  // namespace
 
 Component::Component() {
     Loaded_ = LoadLibraryW(L"" KV_DLL);

@@ -221,6 +221,9 @@ class ScriptedTree final : public HostObject<::DesignTree> {
     int Pictures = 0;
     std::vector<std::wstring> Buttons;
     int Disposed = 0;
+    Ref<IDispatch> Nodes;  // what TreeControl answers
+    /// In the place of MoveListItem.
+    std::function<HRESULT(IDispatch*, LONG, BSTR*, LONG*, VARIANT_BOOL*)> OnMove;
 
     /// Key of the n-th leaf (1-based) of a section; empty when there is none.
     std::wstring Leaf(std::wstring_view Section, int Nth = 1) const {
@@ -298,6 +301,7 @@ class ScriptedTree final : public HostObject<::DesignTree> {
     }
     HRESULT STDMETHODCALLTYPE MoveListItem(IDispatch* List, LONG Direction, BSTR* RelativeKey, LONG* NewIndex,
                                            VARIANT_BOOL* Failed) override {
+        if (OnMove) return OnMove(List, Direction, RelativeKey, NewIndex, Failed);
         return Do(L"MoveListItem", [&] {
             Lent = Ref<IDispatch>(List);
             ListOf Elements(List);
@@ -318,7 +322,7 @@ class ScriptedTree final : public HostObject<::DesignTree> {
         return Do(L"NodeId", [&] { *Position = Model.NodeId(FromBstr(Key)); });
     }
     HRESULT STDMETHODCALLTYPE get_TreeControl(IDispatch** Control) override {
-        return Do(L"TreeControl", [&] { *Control = nullptr; });
+        return Do(L"TreeControl", [&] { *Control = Ref<IDispatch>(Nodes).Detach(); });
     }
     HRESULT STDMETHODCALLTYPE ClearNodes() override {
         return Do(L"ClearNodes", [&] { Model.ClearNodes(); });
@@ -375,10 +379,12 @@ class ScriptedTree final : public HostObject<::DesignTree> {
 /// Who is asked in the operator's place.
 class Operator final : public HostObject<::CallBack> {
   public:
-    Operator() : HostObject(Binding::ByName) {}
+    explicit Operator(Binding As = Binding::ByName) : HostObject(As) {}
 
     std::vector<std::wstring> Errors;
     std::vector<std::wstring> Asked;
+    LONG Button = IDYES;  // what MsgBox answers
+    std::wstring File;    // what SaveFile answers
     std::vector<std::int32_t> Pointers;
     int Beeps = 0;
 
@@ -391,13 +397,13 @@ class Operator final : public HostObject<::CallBack> {
     HRESULT STDMETHODCALLTYPE MsgBox(BSTR Text, LONG, LONG* Answered) override {
         return Do(L"MsgBox", [&] {
             Asked.push_back(FromBstr(Text));
-            *Answered = IDYES;
+            *Answered = Button;
         });
     }
     HRESULT STDMETHODCALLTYPE SaveFile(BSTR Title, BSTR, LONG, LONG, BSTR* Path) override {
         return Do(L"SaveFile", [&] {
             Asked.push_back(FromBstr(Title));
-            *Path = nullptr;
+            *Path = File.empty() ? nullptr : ToBstr(File);
         });
     }
     HRESULT STDMETHODCALLTYPE ShowList(BSTR Caption, VARIANT Items) override {

@@ -316,8 +316,7 @@ class ComponentTest : public ::testing::TestWithParam<Binding> {
         Bstr Word, Buffer;
         From->get_Clsid(Word.Out());
         VARIANT_BOOL Failed = kYes;
-        EXPECT_EQ(Server->Export(From.Get(), Word.Get(), Buffer.Out(), Variant::Absent().Get(), &Failed),
-                  S_OK);
+        EXPECT_EQ(Server->Export(From.Get(), Word.Get(), Buffer.Out(), nullptr, &Failed), S_OK);
         EXPECT_EQ(Failed, kNo);
         return Buffer.Text();
     }
@@ -622,8 +621,7 @@ TEST_P(ComponentTest, CallsAtTheWrongTimeAreRefusedAndChangeNothing) {
         VARIANT_BOOL Failed = kNo, Cancel = kNo;
         Bstr Buffer;
         IDispatch* Target = nullptr;
-        EXPECT_EQ(Server->Export(Edited.Get(), Bstr(L"MEMBER").Get(), Buffer.Out(), Variant::Absent().Get(),
-                                 &Failed),
+        EXPECT_EQ(Server->Export(Edited.Get(), Bstr(L"MEMBER").Get(), Buffer.Out(), nullptr, &Failed),
                   E_UNEXPECTED);
         EXPECT_EQ(Failed, kYes);
         EXPECT_EQ(Words(), L"Una finestra \u00E8 aperta su questo server");
@@ -637,9 +635,7 @@ TEST_P(ComponentTest, CallsAtTheWrongTimeAreRefusedAndChangeNothing) {
         EXPECT_EQ(Server->putref_DesignTree(nullptr), E_UNEXPECTED);
         // Another server object is free.
         const Ref<::_vdSvr> Second = File.Create();
-        EXPECT_EQ(Second->Export(Edited.Get(), Bstr(L"MEMBER").Get(), Buffer.Out(), Variant::Absent().Get(),
-                                 &Failed),
-                  S_OK);
+        EXPECT_EQ(Second->Export(Edited.Get(), Bstr(L"MEMBER").Get(), Buffer.Out(), nullptr, &Failed), S_OK);
         EXPECT_EQ(Failed, kNo);
         EXPECT_FALSE(Call.Save());
         return false;
@@ -723,13 +719,12 @@ TEST_P(ComponentTest, NullPointersAndWrongTypesAreRefused) {
     const BSTR None = nullptr;
     VARIANT_BOOL Flag = kNo;
     Bstr Text;
-    const VARIANT Absent = Variant::Absent().Detach();
     EXPECT_EQ(Server->get_DesignTree(nullptr), E_POINTER);
     EXPECT_EQ(Server->CurrVersion(nullptr), E_POINTER);
     EXPECT_EQ(Server->LastError(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr), E_POINTER);
-    EXPECT_EQ(Server->Export(nullptr, None, Text.Out(), Absent, &Flag), E_POINTER);
-    EXPECT_EQ(Server->Export(Edited.Get(), None, nullptr, Absent, &Flag), E_POINTER);
-    EXPECT_EQ(Server->Export(Edited.Get(), None, Text.Out(), Absent, nullptr), E_POINTER);
+    EXPECT_EQ(Server->Export(nullptr, None, Text.Out(), nullptr, &Flag), E_POINTER);
+    EXPECT_EQ(Server->Export(Edited.Get(), None, nullptr, nullptr, &Flag), E_POINTER);
+    EXPECT_EQ(Server->Export(Edited.Get(), None, Text.Out(), nullptr, nullptr), E_POINTER);
     EXPECT_EQ(Server->ShowData(nullptr, nullptr, None, nullptr, kNo, nullptr, &Flag), E_POINTER);
     EXPECT_EQ(Server->NewNode(None, nullptr), E_POINTER);
     EXPECT_EQ(Server->NewObject(None, None, nullptr), E_POINTER);
@@ -795,7 +790,7 @@ TEST_P(ComponentTest, NullPointersAndWrongTypesAreRefused) {
         Late.Call(L"Export", {&Variant(std::wstring_view(L"x")).Get(), &Variant(7).Get(), &Variant(7).Get()}),
         std::exception);
     // An object that has none of the members.
-    EXPECT_EQ(Server->Export(Asked.Get(), Bstr(L"MEMBER").Get(), Text.Out(), Absent, &Flag), S_OK);
+    EXPECT_EQ(Server->Export(Asked.Get(), Bstr(L"MEMBER").Get(), Text.Out(), nullptr, &Flag), S_OK);
     EXPECT_EQ(Flag, kYes);
     EXPECT_EQ(Asked->Errors.size(), 1U);
     // And the next call works.
@@ -927,19 +922,17 @@ class Closer {
     }
 
   private:
+    static BOOL CALLBACK Close(HWND Window, LPARAM To) {
+        if (!IsWindowVisible(Window) || !GetMenu(Window)) return TRUE;
+        PostMessageW(Window, WM_CLOSE, 0, 0);
+        reinterpret_cast<Closer*>(To)->Closed_ = true;
+        return FALSE;
+    }
     static DWORD WINAPI Run(void* Given) {
         auto& Self = *static_cast<Closer*>(Given);
         for (int Tries = 0; Tries < 500 && !Self.Closed_; ++Tries) {
             Sleep(20);
-            EnumThreadWindows(
-                Self.Of_,
-                [](HWND Window, LPARAM To) -> BOOL {
-                    if (!IsWindowVisible(Window) || !GetMenu(Window)) return TRUE;
-                    PostMessageW(Window, WM_CLOSE, 0, 0);
-                    reinterpret_cast<Closer*>(To)->Closed_ = true;
-                    return FALSE;
-                },
-                reinterpret_cast<LPARAM>(&Self));
+            EnumThreadWindows(Self.Of_, Close, reinterpret_cast<LPARAM>(&Self));
         }
         return 0;
     }

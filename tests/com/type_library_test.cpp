@@ -95,7 +95,7 @@ std::wstring Picture(REFIID Interface) {
 #define KV_HEAD L"BSTR CurrFolder, BSTR CurrItem, long Index, BSTR Key"
 
 constexpr const wchar_t* kEditor =
-    L"Export(Object RegData, BSTR Clsid, BSTR* Buffer~, Variant Extra?): Boolean\n"
+    L"Export(Object RegData, BSTR Clsid, BSTR* Buffer~, Variant* Extra~?): Boolean\n"
     L"LastError(long* Number~, BSTR* Source~, BSTR* Description~, BSTR* HelpFile~, BSTR* HelpContext~, "
     L"long* LastDLLError~)\n"
     L"Import(Object RegData, BSTR Clsid, BSTR* Buffer~, Variant Extra?): Boolean\n"
@@ -177,6 +177,74 @@ TEST(TypeLibrary, TheTreesMembersBeginInTheOrderTold) {
         L"get SyntaxOn(): Boolean\n"
         L"NodeId(BSTR Key): long\n"
         L"get TreeControl(): Object\n");
+}
+
+TEST(TypeLibrary, TheTreesMembersEndWithThoseOfANode) {
+    const std::wstring Told = Picture(__uuidof(::DesignTree));
+    EXPECT_EQ(Told.substr(Told.find(L"ClearNodes")),
+              L"ClearNodes()\n"
+              L"RemoveNode(BSTR Key)\n"
+              L"RemoveChildren(BSTR Key)\n"
+              L"HasNode(BSTR Key): Boolean\n"
+              L"get NodeText(BSTR Key): BSTR\n"
+              L"put NodeText(BSTR Key, BSTR Text)\n"
+              L"NodeParent(BSTR Key): BSTR\n"
+              L"NodeAt(BSTR Folder, long Place): BSTR\n"
+              L"SelectNode(BSTR Key)\n");
+}
+
+TEST(TypeLibrary, AListHasTheSixOperationsInOrderAndMove) {
+    EXPECT_EQ(Picture(__uuidof(::ParmList)),
+              L"Add(Object Item, Variant Key?, Variant Before?, Variant After?)\n"
+              L"Remove(long Index)\n"
+              L"get Count(): long\n"
+              L"get Item(long Index): Object\n"
+              L"Exists(BSTR Key): Boolean\n"
+              L"Clear()\n"
+              L"Move(long From, long To)\n");
+    EXPECT_EQ(Picture(__uuidof(::ListElement)), L"get Place(): long\n");
+}
+
+TEST(TypeLibrary, TheTreeControlHasNodesByKey) {
+    EXPECT_EQ(Picture(__uuidof(::TreeControl)), L"get Nodes(): Object\n");
+    EXPECT_EQ(Picture(__uuidof(::TreeNodes)), L"get Item(BSTR Key): Object\nClear()\n");
+    EXPECT_EQ(Picture(__uuidof(::TreeNode)), L"get Text(): BSTR\nput Text(BSTR Caption)\nget Key(): BSTR\n");
+}
+
+TEST(TypeLibrary, TheObjectsOfAHost) {
+    EXPECT_EQ(Picture(__uuidof(::RegData)),
+              L"get Name(): BSTR\nget Clsid(): BSTR\nget UserList(): BSTR\nput Saving(Boolean)\n"
+              L"get Content(): Object\nReplace(Object Node)\n");
+    EXPECT_EQ(Picture(__uuidof(::ClipItem)),
+              L"get DataObj(): Object\nset DataObj(Object RegData)\nget ClassWord(): BSTR\nput "
+              L"ClassWord(BSTR Text)\n");
+    EXPECT_EQ(Picture(__uuidof(::CallBack)),
+              L"ShowError(long Number, BSTR Source, BSTR Description)\n"
+              L"MsgBox(BSTR Text, long Style): long\n"
+              L"SaveFile(BSTR Title, BSTR Filter, long FilterIndex, long Flags): BSTR\n"
+              L"ShowList(BSTR Caption, Variant Items)\n"
+              L"Beep()\n"
+              L"SetPointer(long Pointer)\n");
+    EXPECT_EQ(Picture(__uuidof(::KvRegSvr)), L"Find(BSTR Clsid, BSTR Name): Object\n");
+    std::wstring Node;
+    for (const auto& [Type, Names] : {std::pair(L"BSTR", std::vector{L"Name", L"Text"}),
+                                      std::pair(L"long", std::vector{L"Id", L"Version"}),
+                                      std::pair(L"BSTR", std::vector{L"Desc", L"UserList"}),
+                                      std::pair(L"long", std::vector{L"Number2", L"Number3"}),
+                                      std::pair(L"BSTR", std::vector{L"String3", L"String4", L"String5"})})
+        for (const std::wstring Name : Names)
+            Node += L"get " + Name + L"(): " + Type + L"\nput " + Name + L"(" + Type + L" " +
+                    (std::wstring_view(Type) == L"BSTR" ? L"Text" : L"Number") + L")\n";
+    EXPECT_EQ(Picture(__uuidof(::RegNode)), Node +
+                                                L"get Value(BSTR ValueName): Variant\n"
+                                                L"put Value(BSTR ValueName, Variant Content)\n"
+                                                L"get ValueCount(): long\n"
+                                                L"get ValueName(long Place): BSTR\n"
+                                                L"get ChildCount(): long\n"
+                                                L"get Child(long Place): Object\n"
+                                                L"AddChild(BSTR ChildName): Object\n"
+                                                L"RemoveChild(long Place)\n"
+                                                L"Clear()\n");
 }
 
 TEST(TypeLibrary, OneClassCanBeCreated) {
