@@ -44,6 +44,7 @@ if [ "$purpose" = test ]; then
         clang-format clang-format
         clang-tidy clang-tidy
         run-clang-tidy clang-tidy
+        llvm-cov llvm
     )
 fi
 
