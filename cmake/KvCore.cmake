@@ -60,6 +60,9 @@ function(kv_add_storey storey variable)
   add_dependencies(kvdesign_${name} kvdesign_${name}_check)
   target_include_directories(kvdesign_${name} PRIVATE "${stage}")
   kv_flags(kvdesign_${name})
+  if(KVDESIGN_COVERAGE)
+    target_compile_options(kvdesign_${name} PRIVATE -fprofile-instr-generate -fcoverage-mapping)
+  endif()
   set(${variable} ${${variable}} $<TARGET_OBJECTS:kvdesign_${name}> PARENT_SCOPE)
 endfunction()
 
@@ -78,3 +81,6 @@ target_compile_features(kvdesign_core PUBLIC cxx_std_20)
 target_include_directories(
   kvdesign_core INTERFACE "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>"
                           "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/kvdesign>")
+if(KVDESIGN_COVERAGE)
+  target_link_options(kvdesign_core INTERFACE -fprofile-instr-generate)
+endif()
