@@ -67,9 +67,11 @@ function(kv_add_test_program folder)
         NAME ${name}/${part}
         COMMAND sh -c "ulimit -s 65536; exec \"$<TARGET_FILE:${program}>\" --gtest_brief=1"
         WORKING_DIRECTORY "${kv_tests_dir}")
+      # What a program that it starts has counted goes when its own count is written, at its end.
       set_tests_properties(
-        ${name}/${part} PROPERTIES TIMEOUT 900 ENVIRONMENT
-                                   "GTEST_TOTAL_SHARDS=${parts};GTEST_SHARD_INDEX=${index}")
+        ${name}/${part}
+        PROPERTIES TIMEOUT 900 ENVIRONMENT
+                   "GTEST_TOTAL_SHARDS=${parts};GTEST_SHARD_INDEX=${index};LLVM_PROFILE_FILE=${PROJECT_BINARY_DIR}/coverage/${name}-${part}.profraw")
     endforeach()
     return()
   endif()
@@ -98,7 +100,7 @@ if(CMAKE_CXX_FLAGS MATCHES "-fsanitize")
   list(FILTER kv_scripts INCLUDE REGEX "/tests/(cli/rpc_session|data/[a-z_]+)_test")
 endif()
 set(kv_script_environment "KV_SOURCE_DIR=${PROJECT_SOURCE_DIR}" "KV_BUILD_DIR=${PROJECT_BINARY_DIR}"
-                          "PYTHONDONTWRITEBYTECODE=1" "PYTHONUTF8=1")
+                          "PYTHONDONTWRITEBYTECODE=1" "PYTHONUTF8=1" "LLVM_PROFILE_FILE=/dev/null")
 if(TARGET kvdesign)
   list(APPEND kv_script_environment "KVDESIGN=$<TARGET_FILE:kvdesign>")
 endif()

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -100,6 +101,12 @@ class TestDisk {
         WriteCode_ = WriteCode;
     }
     static void Heal() { FailAt(0, false, 0); }
+    /// In the operation of that number the program dies with kDied, a write half done.
+    static void DieAt(std::size_t Operation) {
+        Heal();
+        DyingAt_ = Operation;
+    }
+    static constexpr int kDied = 99;
     /// What was done since FailAt or Heal, a letter each: r write to the registry, R synchronise it, j and J
     /// the same for its journal, t cut either, d delete the journal, D the same with its folder synchronised.
     static const std::string& Done() { return Done_; }
@@ -107,6 +114,7 @@ class TestDisk {
   private:
     static bool Fails(char Operation) {
         Done_.push_back(Operation);
+        if (Done_.size() == DyingAt_) _exit(kDied);
         return Failing_ > 0 && (Done_.size() == Failing_ || (ForGood_ && Done_.size() > Failing_));
     }
     template <char Write, char Sync>
@@ -116,6 +124,7 @@ class TestDisk {
         Below = Plain;
         Methods = *Plain;
         Methods.xWrite = [](sqlite3_file* To, const void* Data, int Amount, sqlite3_int64 At) {
+            if (Done_.size() + 1 == DyingAt_) Below->xWrite(To, Data, Amount / 2, At);
             return Fails(Write) ? WriteCode_ : Below->xWrite(To, Data, Amount, At);
         };
         Methods.xSync = [](sqlite3_file*, int) { return Fails(Sync) ? SQLITE_IOERR_FSYNC : SQLITE_OK; };
@@ -135,6 +144,7 @@ class TestDisk {
     static inline sqlite3_vfs* Original_ = nullptr;
     static inline std::string Done_;
     static inline std::size_t Failing_ = 0;
+    static inline std::size_t DyingAt_ = 0;
     static inline bool ForGood_ = false;
     static inline int WriteCode_ = 0;
     sqlite3_vfs Layer_;
@@ -1089,6 +1099,97 @@ TEST_P(FailingDiskTest, ARegistryIsMadeWhollyOrNot) {
 INSTANTIATE_TEST_SUITE_P(Disks, FailingDiskTest,
                          ::testing::Values(Disk{false, SQLITE_FULL}, Disk{true, SQLITE_FULL},
                                            Disk{false, SQLITE_IOERR_WRITE}, Disk{true, SQLITE_IOERR_WRITE}));
+
+// A program that dies, and two that work.
+
+// Runs `Body` in a program of its own; its exit code, 1 for an exception.
+template <class Body>
+int InAnotherProgram(Body&& Run) {
+    const pid_t Child = fork();
+    if (Child == 0) {
+        try {
+            Run();
+        } catch (...) {
+            _exit(1);
+        }
+        _exit(0);
+    }
+    int Status = 0;
+    EXPECT_EQ(waitpid(Child, &Status, 0), Child);
+    return WIFEXITED(Status) ? WEXITSTATUS(Status) : -1;
+}
+
+TEST_F(RegistryTest, AProgramThatDiesInAnyWriteLeavesTheOldObjectOrTheNewOne) {
+    const TestDisk Layer;
+    RegObject Before = Sample(L"PROVA", 1);
+    Before.Values.push_back({L"Testo", std::wstring(20000, L'a')});
+    RegObject After = Sample(L"NUOVA", 2);
+    After.Values.push_back({L"Testo", std::wstring(30000, L'b')});
+    MakeSample();
+    {
+        KvRegSvr Registry(File_);
+        SaveOver(Registry, Before);
+        Before.Id = After.Id = Registry.List()[0].Id;
+    }
+    const std::string Prepared = Bytes(File_);
+    std::size_t Deaths = 0, OldOnes = 0;
+    for (std::size_t Operation = 1;; ++Operation) {
+        PutBytes(File_, Prepared);
+        const int Code = InAnotherProgram([&] {
+            KvRegSvr Registry(File_);
+            const auto Object = Registry.Open(L"FILTER", L"PROVA");
+            Object->SetSaving(true);
+            TestDisk::DieAt(Operation);
+            Object->Write(After);
+        });
+        ASSERT_TRUE(Code == 0 || Code == TestDisk::kDied) << Code;
+        KvRegSvr Registry(File_);
+        const std::vector<RegistryEntry> All = Registry.List();
+        ASSERT_EQ(All.size(), 1U) << Operation;
+        const bool Old = All[0].Name == L"PROVA";
+        EXPECT_EQ(Registry.ReadStored(L"FILTER", All[0].Name), Old ? Before : After) << Operation;
+        EXPECT_EQ(All[0].Revision, Old ? 3 : 4) << Operation;
+        EXPECT_EQ(Other(File_).Run("PRAGMA integrity_check"), "ok") << Operation;
+        EXPECT_FALSE(Old && Code == 0) << "a save that came back is lost";
+        if (Code == 0) break;
+        ++Deaths;
+        OldOnes += Old ? 1 : 0;
+    }
+    EXPECT_GT(Deaths, 20U);
+    EXPECT_GT(OldOnes, 10U);
+}
+
+TEST_F(RegistryTest, TwoProgramsOfAThousandSavesEachLoseNone) {
+    const TestDisk Layer;
+    constexpr int kSaves = 1000;
+    MakeSample();
+    const auto Count = [&] {
+        KvRegSvr Registry(File_, 30s);
+        for (int Save = 0; Save < kSaves;) {
+            const auto Object = Registry.Open(L"FILTER", L"PROVA");
+            Object->SetSaving(true);
+            RegObject Next = Object->Read();
+            ++Next.Number2;
+            try {
+                Object->Write(std::move(Next));
+                ++Save;
+            } catch (const Failure& Caught) {
+                // Overtaken: once more on what the other has saved.
+                if (Caught.Error().Description.find(L"altro programma") == std::wstring::npos) throw;
+            }
+        }
+    };
+    const std::int32_t Begin = KvRegSvr(File_).ReadStored(L"FILTER", L"PROVA").Number2;
+    const std::int64_t Revision = KvRegSvr(File_).List()[0].Revision;
+    int Other1 = -1;
+    std::thread Waiting([&] { Other1 = InAnotherProgram(Count); });
+    EXPECT_EQ(InAnotherProgram(Count), 0);
+    Waiting.join();
+    EXPECT_EQ(Other1, 0);
+    EXPECT_EQ(KvRegSvr(File_).ReadStored(L"FILTER", L"PROVA").Number2, Begin + 2 * kSaves);
+    EXPECT_EQ(KvRegSvr(File_).List()[0].Revision, Revision + 2 * kSaves);
+    EXPECT_EQ(Other(File_).Run("PRAGMA integrity_check"), "ok");
+}
 
 TEST_F(RegistryTest, ASaveIsOnTheDiskWhenItComesBack) {
     const TestDisk Layer;
