@@ -61,7 +61,10 @@ function(kv_add_storey storey variable)
   target_include_directories(kvdesign_${name} PRIVATE "${stage}")
   kv_flags(kvdesign_${name})
   if(KVDESIGN_COVERAGE)
-    target_compile_options(kvdesign_${name} PRIVATE -fprofile-instr-generate -fcoverage-mapping)
+    # A header is one file, by whichever folder of links it was found.
+    target_compile_options(
+      kvdesign_${name} PRIVATE -fprofile-instr-generate -fcoverage-mapping
+                               "-fcoverage-prefix-map=${stage}=${PROJECT_SOURCE_DIR}")
   endif()
   set(${variable} ${${variable}} $<TARGET_OBJECTS:kvdesign_${name}> PARENT_SCOPE)
 endfunction()

@@ -118,6 +118,7 @@ HRESULT Call(void* Object, REFIID Interface, DISPID Id, WORD Flags, DISPPARAMS* 
         return E_INVALIDARG;
     HRESULT Called = S_OK;
     UINT At = 0;
+    UINT LeftOut = 0;
     const HRESULT Prepared = Guard(Interface, L"vdbSvr", [&] {
         const Ref<ITypeInfo> Type = module::TypeOf(Interface);
         // Some scripts put an object as they put a value.
@@ -127,7 +128,8 @@ HRESULT Call(void* Object, REFIID Interface, DISPID Id, WORD Flags, DISPPARAMS* 
         const Member Target(Type.Get(), Id, Kind);
         const UINT Wanted = Arguments->cNamedArgs == 0 ? Target.Wanted(Arguments->cArgs) : Arguments->cArgs;
         // The arguments stand in reverse order, those left out thus before the others.
-        std::vector<VARIANT> Given(Wanted - Arguments->cArgs, Variant::Absent().Detach());
+        LeftOut = Wanted - Arguments->cArgs;
+        std::vector<VARIANT> Given(LeftOut, Variant::Absent().Detach());
         Given.insert(Given.end(), Arguments->rgvarg, Arguments->rgvarg + Arguments->cArgs);
         std::deque<Substitute> Substitutes;
         for (At = 0; At < Wanted; ++At) {
@@ -171,7 +173,7 @@ HRESULT Call(void* Object, REFIID Interface, DISPID Id, WORD Flags, DISPPARAMS* 
         DISPPARAMS Passed = *Arguments;
         Passed.cArgs = Wanted;
         Passed.rgvarg = Given.data();
-        Called = DispInvoke(Object, Type.Get(), Id, Kind, &Passed, Result, Information, Wrong);
+        Called = DispInvoke(Object, Type.Get(), Id, Kind, &Passed, Result, Information, &At);
         if (FAILED(Called)) return;
         for (Substitute& Stand : Substitutes)
             if (Stand.WriteBack) {
@@ -179,11 +181,13 @@ HRESULT Call(void* Object, REFIID Interface, DISPID Id, WORD Flags, DISPPARAMS* 
                 *Stand.WriteBack = Stand.Value.Detach();
             }
     });
-    if (FAILED(Prepared)) {
-        if (Prepared == DISP_E_TYPEMISMATCH && Wrong) *Wrong = At;
-        return Prepared;
-    }
-    return Called;
+    const HRESULT Answer = FAILED(Prepared) ? Prepared : Called;
+    // Its place among those that the caller has given.
+    const UINT Place = At - LeftOut;
+    if (Wrong && Place < Arguments->cArgs &&
+        (Answer == DISP_E_TYPEMISMATCH || Answer == DISP_E_PARAMNOTFOUND))
+        *Wrong = Place;
+    return Answer;
 }
 
 }  // namespace kv::com::detail

@@ -52,6 +52,7 @@ bool TreeWindow::Run(TreeCall& Call) {
     const bool Unread = Core_.LoadData();
     Host.SetPointer(kPointerDefault);
     if (Unread) return true;
+    Core_.Tree().MarkModified(false);  // an earlier showing may have left its changes unsaved
     Call.Target = &Core_.Object();
     const bool Failed = Trap(L"TreeWindow.Run", [&] {
         const VisualStyle Style;

@@ -241,21 +241,38 @@ void Shown::Press(WORD Key, std::vector<WORD> Held) const {
     EXPECT_TRUE(Until([&] { return SendMessageW(Beside_, kIdle, 0, 0) != 0; })) << "the keys are not taken";
 }
 
-void Shown::Walk(HTREEITEM From, int Depth, std::vector<std::wstring>& Into) const {
-    for (HTREEITEM Item = From; Item;
-         Item = reinterpret_cast<HTREEITEM>(
-             SendMessageW(View(), TVM_GETNEXTITEM, TVGN_NEXT, reinterpret_cast<LPARAM>(Item)))) {
-        Into.push_back(std::wstring(static_cast<std::size_t>(Depth), L'.') + CaptionOf(Item));
-        Walk(reinterpret_cast<HTREEITEM>(
-                 SendMessageW(View(), TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(Item))),
-             Depth + 1, Into);
+std::vector<std::pair<HTREEITEM, int>> Shown::Items() const {
+    const auto Next = [&](WPARAM Which, HTREEITEM Of) {
+        return reinterpret_cast<HTREEITEM>(
+            SendMessageW(View(), TVM_GETNEXTITEM, Which, reinterpret_cast<LPARAM>(Of)));
+    };
+    std::vector<std::pair<HTREEITEM, int>> All;
+    std::vector<std::pair<HTREEITEM, int>> Waiting{{Next(TVGN_ROOT, nullptr), 0}};
+    while (!Waiting.empty()) {
+        const auto [Item, Depth] = Waiting.back();
+        Waiting.pop_back();
+        if (!Item) continue;
+        All.emplace_back(Item, Depth);
+        Waiting.emplace_back(Next(TVGN_NEXT, Item), Depth);
+        Waiting.emplace_back(Next(TVGN_CHILD, Item), Depth + 1);
     }
+    return All;
 }
 
 std::vector<std::wstring> Shown::Viewed() const {
     std::vector<std::wstring> All;
-    Walk(reinterpret_cast<HTREEITEM>(SendMessageW(View(), TVM_GETNEXTITEM, TVGN_ROOT, 0)), 0, All);
+    for (const auto& [Item, Depth] : Items())
+        All.push_back(std::wstring(static_cast<std::size_t>(Depth), L'.') + CaptionOf(Item));
     return All;
+}
+
+bool Shown::ClickSection(std::wstring_view Said) const {
+    for (const auto& [Item, Depth] : Items()) {
+        SendMessageW(View(), TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(Item));
+        Settle();
+        if (Text().find(Said) != std::wstring::npos) return true;
+    }
+    return false;
 }
 
 std::vector<std::wstring> Shown::Modelled() const {
@@ -268,21 +285,36 @@ std::vector<std::wstring> Shown::Modelled() const {
     return All;
 }
 
-WindowTest::WindowTest() : Before_(CoreUtil::Instance().SetPlatform(&Platform)) {
-    CoreUtil::Instance().ForgetError();
+BesideWindow::BesideWindow() {
     WNDCLASSW Class{};
     Class.lpfnWndProc = Beside;
     Class.hInstance = GetModuleHandleW(nullptr);
     Class.lpszClassName = L"KvTestBeside";
     RegisterClassW(&Class);
-    Beside_ = CreateWindowExW(0, L"KvTestBeside", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, Class.hInstance,
+    Window_ = CreateWindowExW(0, L"KvTestBeside", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, Class.hInstance,
                               nullptr);
 }
 
-WindowTest::~WindowTest() {
-    DestroyWindow(Beside_);
-    CoreUtil::Instance().SetPlatform(Before_);
+BesideWindow::~BesideWindow() { DestroyWindow(Window_); }
+
+void CallOff(const std::function<HWND()>& Window, const std::atomic<bool>& Over) {
+    for (const auto End = std::chrono::steady_clock::now() + kPatience;
+         !Over && std::chrono::steady_clock::now() < End;
+         std::this_thread::sleep_for(std::chrono::milliseconds(10))) {
+        if (const HWND Box = OpenBox()) {
+            const HWND No = GetDlgItem(Box, IDNO) ? GetDlgItem(Box, IDNO) : GetDlgItem(Box, 1001);
+            PostMessageW(No ? No : GetDlgItem(Box, IDCANCEL), BM_CLICK, 0, 0);
+        } else if (const HWND Open = Window()) {
+            PostMessageW(Open, WM_CLOSE, 0, 0);
+        }
+    }
 }
+
+WindowTest::WindowTest() : Before_(CoreUtil::Instance().SetPlatform(&Platform)) {
+    CoreUtil::Instance().ForgetError();
+}
+
+WindowTest::~WindowTest() { CoreUtil::Instance().SetPlatform(Before_); }
 
 bool WindowTest::InWindow(const std::shared_ptr<RegData>& Object, const std::wstring& Clsid,
                           const std::function<void(Shown&)>& While, HWND Owner) {
@@ -293,20 +325,10 @@ bool WindowTest::InWindow(const std::shared_ptr<RegData>& Object, const std::wst
     std::thread Driver([&] {
         Until([&] { return Over || (Face.Window() && IsWindowVisible(Face.Window())); });
         if (!Face.Window()) return;
-        Shown On(*Tree, Face.Window(), Beside_);
+        Shown On(*Tree, Face.Window(), Beside_.Get());
         On.Settle();
         While(On);
-        // Whatever is open yet is called off, and the window closed.
-        for (const auto End = std::chrono::steady_clock::now() + kPatience;
-             !Over && std::chrono::steady_clock::now() < End;
-             std::this_thread::sleep_for(std::chrono::milliseconds(10))) {
-            if (const HWND Box = OpenBox()) {
-                const HWND No = GetDlgItem(Box, IDNO) ? GetDlgItem(Box, IDNO) : GetDlgItem(Box, 1001);
-                PostMessageW(No ? No : GetDlgItem(Box, IDCANCEL), BM_CLICK, 0, 0);
-            } else if (const HWND Open = Face.Window()) {
-                PostMessageW(Open, WM_CLOSE, 0, 0);
-            }
-        }
+        CallOff([&] { return Face.Window(); }, Over);
     });
     RegData* Target = nullptr;
     const bool Failed = Server.ShowData(nullptr, Object, Clsid, Target, false);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -36,7 +37,25 @@ std::wstring SaidBy(HWND Box);
 /// How many colours the window shows; it is written to `File` as a bitmap where that is given.
 std::size_t TakePicture(HWND Of, const char* File);
 
-/// One showing, seen from the driver's thread.
+/// A window of the thread that shows, to which nothing else is sent.
+class BesideWindow {
+  public:
+    BesideWindow();
+    BesideWindow(const BesideWindow&) = delete;
+    BesideWindow& operator=(const BesideWindow&) = delete;
+    ~BesideWindow();
+    HWND Get() const noexcept { return Window_; }
+
+  private:
+    HWND Window_;
+};
+
+/// Calls off whatever is open, and closes the window, until the showing is over; at most fifteen seconds.
+/// `Window` answers the window, null for none.
+void CallOff(const std::function<HWND()>& Window, const std::atomic<bool>& Over);
+
+/// One showing, seen from the driver's thread. Of a window whose model is that of another file, `Of` is
+/// empty: the nodes are then known by their captions.
 class Shown {
   public:
     Shown(window::TreeModel& Of, HWND Open, HWND Beside) : Tree(Of), Window(Open), Beside_(Beside) {}
@@ -75,6 +94,8 @@ class Shown {
     /// Selects the n-th leaf of a section; its key.
     std::wstring Leaf(std::wstring_view Section, int Nth = 1) const;
     std::wstring FirstLeaf() const;
+    /// Clicks the first node whose section says `Text`. False when there is none.
+    bool ClickSection(std::wstring_view Text) const;
     /// Presses a key with others held; comes back when all is taken.
     void Press(WORD Key, std::vector<WORD> Held = {}) const;
 
@@ -90,10 +111,11 @@ class Shown {
     std::vector<std::wstring> Modelled() const;
 
   private:
-    void Walk(HTREEITEM From, int Depth, std::vector<std::wstring>& Into) const;
+    /// All items of the view, in order, with their depth.
+    std::vector<std::pair<HTREEITEM, int>> Items() const;
     void Press(HWND Box, const std::wstring& Said, HWND Button) const;
 
-    HWND Beside_;  // a window of the same thread, to which nothing else is sent
+    HWND Beside_;
 };
 
 class WindowTest : public ::testing::Test {
@@ -123,7 +145,7 @@ class WindowTest : public ::testing::Test {
 
   private:
     kv::Platform* Before_;
-    HWND Beside_ = nullptr;
+    BesideWindow Beside_;
 };
 
 }  // namespace kv::com::test
